@@ -1,0 +1,27 @@
+// ChCoForm, the dialog that chooses the contest of a new log, and the making of the new log file.
+#pragma once
+
+#include "platform/controls.h"
+
+#include <array>
+
+namespace zrt {
+
+struct ChCoFormWindow : Form {
+    ListBox lstContest;                     // in the order of the display
+    Frame Frame1;                           // "   Mode  " or "   Location   "
+    std::array<OptionButton, 2> optFrame1;  // group 1
+    Frame Frame2;                           // " QTH " or " Contest Hours "
+    std::array<OptionButton, 3> optFrame2;  // group 2
+    ListBox lstContinent;
+    Button cmdOK, cmdCancel;
+};
+extern ChCoFormWindow ChCoForm;
+
+void RegisterContestChooser();
+
+// Lets the operator choose, then writes the header to the temporary log. Returns false, with
+// ChooserCancelled set and nothing written, after Cancel. May pump.
+bool CreateNewLog();
+
+} // namespace zrt

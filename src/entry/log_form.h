@@ -1,0 +1,79 @@
+// The entry window: its record, and the flags that live on it between a key and a stored contact.
+// Nearly every module of entry/ reads these; LogQso, the keyboard and the parsers write them.
+#pragma once
+
+#include "platform/controls.h"
+#include "session/fixed_text.h"
+
+#include <array>
+#include <string>
+
+namespace zrt {
+
+struct LogFormWindow : Form {
+    // File, New and the others of the menu bar.
+    MenuItem mnuFile, mnuFileNew, mnuFileSave, mnuFileExit;
+    MenuItem mnuEdit, mnuView;
+    MenuItem mnuMode, mnuModeCW, mnuModePhone, mnuBandMode;
+    MenuItem mnuRadioWK;
+    MenuItem mnuHelp, mnuHelpAbout;
+
+    Label lblLog;                          // "Log: " name " - - Contest: " name
+    Label lblCallsign, lblExchange;        // captions of the two fields
+    Label lblDupe;                         // the DUPE line, in place of the two captions
+    std::array<TextBox, 2> InData;         // 0 call, 1 exchange
+    Button AddButton, CancelButton;
+    CheckBox CheckCall, CheckExchange;     // what the voice keyer says
+    Label QSONrLabel;                      // number, band and mode of the next contact
+    Label ScoreLabel, MultsLabel;
+    Label Modelabel;                       // heads the prior contacts
+    std::array<Label, 8> PrevQSO;          // named PrevQSO(1) to PrevQSO(8)
+    Label LabelNeededOn;                   // bands on which a multiplier is needed
+    Label CallMatchLabel1, CallMatchLabel2, OldCallMatchLabel; // calls that begin as typed
+    Label NeedPfxLabel, LblWpxCountry;     // "NEEDED" or "Worked", and the country
+    Label TimeGMTLabel, TimeLocalLabel;
+    Label LabelSendingMsg;                 // in place of TimeLocalLabel
+    Label lblLast;                         // the contact that was logged last
+    Label lblNotOnDisk;                    // the contacts that no write has reached the disk with
+    Timer Timer1;                          // clocks and statistics, once a second
+};
+extern LogFormWindow LogForm;
+
+// The contact's entry while it is typed, checked and stored.
+struct EntryState {
+    bool NewMultFlag = false;     // the entry in hand is a new multiplier
+    i16 NewMultRow = 0;           // the row of the multiplier table that was worked
+    bool ParseError = false;      // the parser refused the exchange
+    i16 SelStart = 0;             // the part of the exchange field to select then
+    i16 SelLength = 0;
+    bool DupeFlag = false;        // what the last dupe check said
+    bool DupeReported = false;    // Insert has shown the DUPE line in this key cycle
+    bool SendAfterLog = false;    // the apostrophe key asks for F6 after the store
+    bool CountyLineFlag = false;  // a ZRT exchange ended in "/"
+    bool LastSendHadCall = false; // the last CW message held the call
+    i16 TuEvery = 1;              // every n-th contact gets the full F5 message, 1 to 9
+    i16 TuCount = 1;
+    std::string LastCall;         // the call of the contact logged last
+};
+extern EntryState Entry;
+
+void RegisterLogForm();
+
+// The window as it opens: no log, every field of the entry hidden, the menus of a log disabled.
+void ResetLogForm();
+// A log is open: shows the fields and enables the menus. The captions follow the contest.
+void ShowEntryFields();
+// Clears the fields and all that was shown for the call, and focuses the call field. What belongs
+// to the contact in hand (the DUPE state, the county line) is forgotten with it.
+void WipeEntry();
+// Hides what is shown for one call: prior contacts, needed lines, call matches and the DUPE line;
+// the captions of the fields show again.
+void HideCallDisplay();
+// "QSO Nr " of the next contact with band and mode.
+void WriteQSONrLabel();
+// Puts a text into a field with the caret behind it.
+void SetFieldText(TextBox &field, const std::string &text);
+// Puts a text on a label and shows it.
+void ShowLabel(Label &label, const std::string &caption);
+
+} // namespace zrt

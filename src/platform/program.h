@@ -1,0 +1,24 @@
+// The process itself: where its folders are and how it ends.
+#pragma once
+
+#include <string>
+
+namespace zrt {
+
+struct ProgramDoor {
+    std::string (*ExecutableFolder)() = nullptr; // where the executable stands
+    std::string (*UserFolder)() = nullptr;       // the user's own data folder for this program
+    std::string (*DefaultsFolder)() = nullptr;   // what a first installation is filled from
+};
+extern ProgramDoor ProgramFolders;
+
+struct ProgramState {
+    bool Ending = false; // every wait returns at once when this is set
+    int ExitStatus = 0;
+};
+extern ProgramState Program;
+
+// Ends the program: the caller returns, all waits return, and the process leaves with `status`.
+void EndProgram(int status);
+
+} // namespace zrt
