@@ -1,4 +1,4 @@
-// ChCoForm, the dialog that chooses the contest of a new log, and the making of the new log file.
+// ChCoForm, the dialog that chooses the contest of a new log.
 #pragma once
 
 #include "platform/controls.h"
@@ -8,11 +8,11 @@
 namespace zrt {
 
 struct ChCoFormWindow : Form {
-    ListBox lstContest;                     // in the order of the display
-    Frame Frame1;                           // "   Mode  " or "   Location   "
-    std::array<OptionButton, 2> optFrame1;  // group 1
-    Frame Frame2;                           // " QTH " or " Contest Hours "
-    std::array<OptionButton, 3> optFrame2;  // group 2
+    ListBox lstContest;                    // in the order of the display
+    Frame Frame1;                          // "   Mode  " or "   Location   "
+    std::array<OptionButton, 2> optFrame1; // group 1
+    Frame Frame2;                          // " QTH " or " Contest Hours "
+    std::array<OptionButton, 3> optFrame2; // group 2
     ListBox lstContinent;
     Button cmdOK, cmdCancel;
 };
@@ -20,8 +20,8 @@ extern ChCoFormWindow ChCoForm;
 
 void RegisterContestChooser();
 
-// Lets the operator choose, then writes the header to the temporary log. Returns false, with
-// ChooserCancelled set and nothing written, after Cancel. May pump.
-bool CreateNewLog();
+// Lets the operator choose, and makes contest and header of the new log. Returns false, with
+// ChooserCancelled set and nothing changed, after Cancel. May pump.
+bool ChooseNewLog();
 
 } // namespace zrt

@@ -1,6 +1,8 @@
-// The life of the program: from nothing to the idle main window, and its end. main() of zrtlog and
-// of zrtlog-scenario call these three, and nothing else of the logic.
+// The start of the program: from nothing to the idle main window. main() of zrtlog and of
+// zrtlog-scenario call these two, and then wait for the operator.
 #pragma once
+
+#include "app/exit.h"
 
 namespace zrt {
 
@@ -10,9 +12,5 @@ void RegisterWindows();
 // The start routine: splash, tables, settings, reference data, the main window, crash recovery.
 // On a fatal error the program is ending (Program.Ending) when it returns. May pump.
 void StartProgram();
-
-// File, Exit, and the close box of the main window: asks, saves, writes the settings and ends the
-// program, or returns to the log. May pump.
-void ExitProgram();
 
 } // namespace zrt

@@ -18,33 +18,33 @@ struct LogFormWindow : Form {
     MenuItem mnuRadioWK;
     MenuItem mnuHelp, mnuHelpAbout;
 
-    Label lblLog;                          // "Log: " name " - - Contest: " name
-    Label lblCallsign, lblExchange;        // captions of the two fields
-    Label lblDupe;                         // the DUPE line, in place of the two captions
-    std::array<TextBox, 2> InData;         // 0 call, 1 exchange
+    Label lblLog;                   // "Log: " name " - - Contest: " name
+    Label lblCallsign, lblExchange; // captions of the two fields
+    Label lblDupe;                  // the DUPE line, in place of the two captions
+    std::array<TextBox, 2> InData;  // 0 call, 1 exchange
     Button AddButton, CancelButton;
-    CheckBox CheckCall, CheckExchange;     // what the voice keyer says
-    Label QSONrLabel;                      // number, band and mode of the next contact
+    CheckBox CheckCall, CheckExchange; // what the voice keyer says
+    Label QSONrLabel;                  // number, band and mode of the next contact
     Label ScoreLabel, MultsLabel;
-    Label Modelabel;                       // heads the prior contacts
-    std::array<Label, 8> PrevQSO;          // named PrevQSO(1) to PrevQSO(8)
-    Label LabelNeededOn;                   // bands on which a multiplier is needed
+    Label Modelabel;              // heads the prior contacts
+    std::array<Label, 8> PrevQSO; // named PrevQSO(1) to PrevQSO(8)
+    Label LabelNeededOn;          // bands on which a multiplier is needed
     Label CallMatchLabel1, CallMatchLabel2, OldCallMatchLabel; // calls that begin as typed
-    Label NeedPfxLabel, LblWpxCountry;     // "NEEDED" or "Worked", and the country
+    Label NeedPfxLabel, LblWpxCountry; // "NEEDED" or "Worked", and the country
     Label TimeGMTLabel, TimeLocalLabel;
-    Label LabelSendingMsg;                 // in place of TimeLocalLabel
-    Label lblLast;                         // the contact that was logged last
-    Label lblNotOnDisk;                    // the contacts that no write has reached the disk with
-    Timer Timer1;                          // clocks and statistics, once a second
+    Label LabelSendingMsg; // in place of TimeLocalLabel
+    Label lblLast;         // the contact that was logged last
+    Label lblNotOnDisk;    // the contacts that no write has reached the disk with
+    Timer Timer1;          // clocks and statistics, once a second
 };
 extern LogFormWindow LogForm;
 
 // The contact's entry while it is typed, checked and stored.
 struct EntryState {
-    bool NewMultFlag = false;     // the entry in hand is a new multiplier
-    i16 NewMultRow = 0;           // the row of the multiplier table that was worked
-    bool ParseError = false;      // the parser refused the exchange
-    i16 SelStart = 0;             // the part of the exchange field to select then
+    bool NewMultFlag = false; // the entry in hand is a new multiplier
+    i16 NewMultRow = 0;       // the row of the multiplier table that was worked
+    bool ParseError = false;  // the parser refused the exchange
+    i16 SelStart = 0;         // the part of the exchange field to select then
     i16 SelLength = 0;
     bool DupeFlag = false;        // what the last dupe check said
     bool DupeReported = false;    // Insert has shown the DUPE line in this key cycle
@@ -53,7 +53,8 @@ struct EntryState {
     bool LastSendHadCall = false; // the last CW message held the call
     i16 TuEvery = 1;              // every n-th contact gets the full F5 message, 1 to 9
     i16 TuCount = 1;
-    std::string LastCall;         // the call of the contact logged last
+    bool CountyContact = false; // a ZRT station at home has worked a county
+    std::string SavedCall;      // the last call that was typed or logged; clearing keeps it
 };
 extern EntryState Entry;
 

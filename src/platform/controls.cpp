@@ -1,7 +1,5 @@
 #include "platform/controls.h"
 
-#include "platform/events.h"
-
 #include <algorithm>
 #include <cassert>
 #include <utility>
@@ -109,14 +107,6 @@ void HideForm(Form &form) {
     form.Visible = false;
     if (Screen.Front == &form)
         Screen.Front = nullptr;
-}
-
-void ShowModal(Form &form, Microseconds deadline) {
-    form.Visible = true;
-    Screen.Modal.push_back(&form);
-    PumpUntil(deadline, [&form] { return !form.Visible; });
-    form.Visible = false;
-    std::erase(Screen.Modal, &form);
 }
 
 Form *ActiveForm() {

@@ -3,11 +3,9 @@
 // procedures below and the records' callbacks.
 #pragma once
 
-#include "platform/clock.h"
 #include "platform/keys.h"
 
 #include <functional>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -137,7 +135,7 @@ struct Picture : Control {
 struct Form {
     std::string Caption;
     bool Visible = false;
-    int Left = 0, Top = 0; // twips, 15 to the pixel at 96 dpi
+    int Left = 0, Top = 0;     // twips, 15 to the pixel at 96 dpi
     int Width = 0, Height = 0; // 0 asks for the default size
     bool HasCloseBox = true;
     Control *ActiveControl = nullptr; // has the keyboard while the form is active
@@ -174,8 +172,6 @@ const NamedControl *FindControl(const NamedForm &form, const std::string &name);
 
 void ShowForm(Form &form); // brings it to the front
 void HideForm(Form &form);
-// Shows the form and waits until it is hidden or the deadline has passed; may pump.
-void ShowModal(Form &form, Microseconds deadline = std::numeric_limits<Microseconds>::max());
 Form *ActiveForm(); // nullptr while no window shows
 
 // Gives a control the focus inside its form, with LostFocus and GotFocus.

@@ -49,6 +49,14 @@ void PumpUntil(Microseconds deadline, const std::function<bool()> &done) {
     Events.PumpUntil(deadline, done);
 }
 
+void ShowModal(Form &form, Microseconds deadline) {
+    form.Visible = true;
+    Screen.Modal.push_back(&form);
+    PumpUntil(deadline, [&form] { return !form.Visible; });
+    form.Visible = false;
+    std::erase(Screen.Modal, &form);
+}
+
 int PumpDepth() {
     return Queue.PumpDepth;
 }

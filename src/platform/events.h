@@ -23,6 +23,9 @@ extern EventDoor Events;
 // iterator into the state of a module. `done` is tested before the first event and after each one.
 void PumpUntil(Microseconds deadline, const std::function<bool()> &done);
 
+// Shows the form and waits until it is hidden or the deadline has passed; may pump.
+void ShowModal(Form &form, Microseconds deadline = kNoDeadline);
+
 // How many PumpUntil calls are under way; 0 in the main loop.
 int PumpDepth();
 

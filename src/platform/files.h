@@ -33,7 +33,8 @@ struct FileDoor {
     int (*Remove)(const std::string &path) = nullptr;
     int (*Rename)(const std::string &from, const std::string &to) = nullptr; // replaces `to`
     int (*SyncFolder)(const std::string &folder) = nullptr; // its names are on the disk
-    int (*MakeFolder)(const std::string &folder) = nullptr; // with those above; existing is no error
+    int (*MakeFolder)(const std::string &folder) =
+        nullptr; // with those above; existing is no error
     bool (*Exists)(const std::string &path) = nullptr;
     std::vector<std::string> (*List)(const std::string &folder) = nullptr; // names of files, sorted
     // Takes a lock that lives as long as this process. False if another process has it.

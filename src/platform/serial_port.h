@@ -10,7 +10,7 @@ namespace zrt {
 
 // One port. The owner fills the first block and keeps the record where it is while it is open.
 struct SerialPort {
-    std::string PortName;               // "Com3", or "Com" and a device path
+    std::string PortName;                // "Com3", or "Com" and a device path
     std::string Settings = "9600,N,8,1"; // baud rate, parity letter, word length, stop bits
     bool DtrAtOpen = false;
     bool RtsAtOpen = false;

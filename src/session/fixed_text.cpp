@@ -11,6 +11,9 @@ constexpr char Upper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+// Digits further behind the point than this change nothing that a double can hold.
+constexpr double kFinestScale = 1e17;
+
 constexpr bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -66,6 +69,8 @@ double Value(std::string_view text) {
         if (c == '.' && !point) {
             point = true;
         } else if (IsDigit(c)) {
+            if (scale >= kFinestScale)
+                continue;
             value = value * 10 + (c - '0');
             scale *= point ? 10 : 1;
         } else {

@@ -30,6 +30,11 @@ template <std::size_t N> class FixedText {
 
     constexpr std::string_view Whole() const { return {Bytes.data(), N}; }
     std::string Trimmed() const;
+    // The bytes as they are, NUL too; blanks behind them.
+    void TakeRaw(std::string_view bytes) {
+        Bytes.fill(' ');
+        std::copy_n(bytes.begin(), std::min(N, bytes.size()), Bytes.begin());
+    }
     friend bool operator==(const FixedText &, const FixedText &) = default;
 
   private:

@@ -1,0 +1,127 @@
+#!/usr/bin/env bash
+# Builds ZRTLOG and starts it. Installs what is missing first (Debian packages).
+#
+#   ./run.sh           starts the program; without a display it plays the demonstration instead
+#   ./run.sh --demo    plays the demonstration
+#
+# The demonstration tells each of its steps and leaves the log and pictures in ./demo/.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+packages=(
+    cmake ninja-build g++
+    qt6-base-dev qt6-serialport-dev qt6-multimedia-dev libsndfile1-dev libgl-dev libxkbcommon-dev
+    hamradio-files fonts-dejavu-core
+)
+
+Build() {
+    local protocol=build/release-build.log
+    mkdir -p build
+    echo "Building $* (the first time takes some minutes) ..."
+    if ! cmake --preset release >"$protocol" 2>&1; then
+        tail -n 20 "$protocol" >&2
+        echo "Configuring failed; all of it is in $protocol." >&2
+        exit 1
+    fi
+    # On a terminal Ninja shows its progress in one line; elsewhere every tenth of the way is told.
+    if [[ -t 1 ]]; then
+        cmake --build --preset release -j "$(nproc)" --target "$@"
+    elif ! cmake --build --preset release -j "$(nproc)" --target "$@" 2>&1 | tee "$protocol" |
+        awk -F '[][/]' '/^\[[0-9]+\/[0-9]+\]/ { tenth = int($2 * 10 / $3)
+            if (tenth > told) { told = tenth; print "  " told * 10 "%"; fflush() } }'; then
+        tail -n 40 "$protocol" >&2
+        echo "The build failed; all of it is in $protocol." >&2
+        exit 1
+    fi
+}
+
+# Copies a file into the program's folder unless one of that name, in whatever case, is there.
+FillIn() {
+    local from=$1 to=$2
+    mkdir -p "$(dirname "$to")"
+    if [[ -z $(find "$(dirname "$to")" -maxdepth 1 -iname "$(basename "$to")" -print -quit) ]]; then
+        cp "$from" "$to"
+        chmod u+w "$to"
+        echo "  $to"
+    fi
+}
+
+FillProgramFolder() {
+    local folder=${XDG_DATA_HOME:-$HOME/.local/share}/zrtlog file name
+    echo "The program's folder is $folder"
+    while IFS= read -r -d '' file; do
+        FillIn "data/$file" "$folder/$file"
+    done < <(find data -type f -printf '%P\0' | sort -z)
+    # The country file and the list of known calls come from Debian; there their names vary in case.
+    while IFS= read -r file; do
+        name=$(basename "${file,,}")
+        if [[ -f $file && ($name == cty.dat || $name == master.scp) ]]; then
+            FillIn "$file" "$folder/$name"
+        fi
+    done < <(dpkg -L hamradio-files 2>/dev/null || true)
+    for name in cty.dat master.scp; do
+        if [[ -z $(find "$folder" -maxdepth 1 -iname "$name" -print -quit) ]]; then
+            echo "There is no $name: put one into that folder." >&2
+        fi
+    done
+}
+
+# Prints which display the program can use: "xcb", "wayland", or nothing.
+FindDisplay() {
+    if [[ -n ${DISPLAY:-} ]] && timeout 10 xdpyinfo >/dev/null 2>&1; then
+        echo xcb
+    elif [[ -n ${WAYLAND_DISPLAY:-} ]]; then
+        local socket=$WAYLAND_DISPLAY
+        [[ $socket == /* ]] || socket=${XDG_RUNTIME_DIR:-}/$socket
+        if [[ -S $socket ]]; then
+            echo wayland
+        fi
+    fi
+}
+
+Demonstrate() {
+    Build zrtlog-demo
+    mkdir -p demo
+    QT_QPA_PLATFORM=offscreen build/release/bin/zrtlog-demo tests/scenarios/demonstration.scn demo/
+    echo
+    echo "In ./demo/ now:"
+    find demo -type f -printf '%P\t%s bytes\n' | sort | sed 's/^/  /'
+}
+
+case ${1:-} in
+-h | --help)
+    sed -n '2,/^set /{/^#/s/^# \{0,1\}//p}' run.sh
+    exit 0
+    ;;
+"" | --demo) ;;
+*)
+    echo "run.sh: $1 is not known; see ./run.sh --help" >&2
+    exit 2
+    ;;
+esac
+
+if [[ -n ${DISPLAY:-} ]]; then
+    packages+=(x11-utils)
+fi
+if [[ -n ${WAYLAND_DISPLAY:-} ]]; then
+    packages+=(qt6-wayland)
+fi
+tools/install_packages.sh "${packages[@]}"
+
+if [[ ${1:-} == --demo ]]; then
+    Demonstrate
+    exit 0
+fi
+display=$(FindDisplay)
+if [[ -z $display ]]; then
+    if [[ -z ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
+        echo "There is no display here, so ZRTLOG plays its demonstration without one."
+    else
+        echo "The display does not answer, so ZRTLOG plays its demonstration without one."
+    fi
+    Demonstrate
+    exit 0
+fi
+Build zrtlog
+FillProgramFolder
+QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-$display} exec build/release/bin/zrtlog

@@ -1,0 +1,39 @@
+#include "app/exit.h"
+
+#include "app/file_menu.h"
+#include "app/start_hooks.h"
+#include "platform/dialogs.h"
+#include "platform/program.h"
+#include "session/log_file.h"
+
+namespace zrt {
+
+namespace {
+
+// Asks whether the session may end; saves or drops an unnamed log as the operator says.
+bool MayExit() {
+    if (!SettleOwedEntries())
+        return false;
+    if (Log.LogState != kTemporaryName)
+        return ShowMessageBox({"Exit ZRTLOG?", "Exit ZRTLOG?", BoxButtons::YesNo,
+                               BoxIcon::Question}) == BoxAnswer::Yes;
+    const BoxAnswer answer = ShowMessageBox(
+        {"Save current log file?", "Save Log?", BoxButtons::YesNoCancel, BoxIcon::Question});
+    if (answer == BoxAnswer::Yes)
+        return FileSaveAs();
+    if (answer == BoxAnswer::No)
+        DeleteTemporaryLog();
+    return answer == BoxAnswer::No;
+}
+
+} // namespace
+
+void ExitProgram() {
+    if (!MayExit())
+        return;
+    Starting.WriteSettings(true);
+    Starting.CloseWinkeyer();
+    EndProgram(0);
+}
+
+} // namespace zrt

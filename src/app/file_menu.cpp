@@ -1,0 +1,129 @@
+#include "app/file_menu.h"
+
+#include "app/log_loader.h"
+#include "app/session_reset.h"
+#include "entry/log_form.h"
+#include "entry/log_qso.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "session/contests.h"
+#include "session/file_errors.h"
+#include "session/log_file.h"
+#include "session/session_flags.h"
+
+namespace zrt {
+
+namespace {
+
+std::string TemporaryPath() {
+    return Session.AppPath + kTempLogName;
+}
+
+// Whether the open log may be replaced; asks about it.
+bool MayReplaceLog() {
+    if (Log.LogState == kUsersName) {
+        const BoxAnswer answer =
+            ShowMessageBox({"A log file is already open.  Do you want to start a new one? ",
+                            "Log Already Opened", BoxButtons::YesNo, BoxIcon::Question, 2});
+        if (answer != BoxAnswer::Yes || !SettleOwedEntries())
+            return false;
+        Session.ReplacingLog = true;
+        return true;
+    }
+    if (Log.LogState != kTemporaryName) {
+        Session.ReplacingLog = false;
+        return true;
+    }
+    Session.ReplacingLog = true;
+    const BoxAnswer answer = ShowMessageBox({"Save current log file? ", "Save Current File?",
+                                             BoxButtons::YesNoCancel, BoxIcon::Question});
+    if (answer == BoxAnswer::Cancel)
+        return false;
+    // A Save As that is cancelled or fails must not lead to the deletion of the only copy.
+    return answer == BoxAnswer::No || FileSaveAs();
+}
+
+bool HasLogExtension(const std::string &path) {
+    return path.size() > 4 && EqualIgnoringCase(path.substr(path.size() - 4), ".ZRT");
+}
+
+bool MayWriteTo(const std::string &path) {
+    if (!HasLogExtension(path)) {
+        ShowMessageBox(
+            {"Log file must have the extension .ZRT", "", BoxButtons::Ok, BoxIcon::Exclamation});
+        return false;
+    }
+    if (!Files.Exists(path))
+        return true;
+    return ShowMessageBox(
+               {"The selected output file " + path + " already exists. OK to overwrite it?", "",
+                BoxButtons::OkCancel, BoxIcon::Question}) == BoxAnswer::Ok;
+}
+
+// The source goes only when the copy is safely on the disk.
+bool MoveLogTo(const std::string &path) {
+    while (const int error = CopyFile(Log.LogFileName, path))
+        if (WriteErrorAction(error) != FileAction::Retry)
+            return false;
+    (void)Files.Remove(Log.LogFileName); // a temporary log that stays is offered as recovery
+    Log.LogFileName = path;
+    Log.LogState = kUsersName;
+    return true;
+}
+
+} // namespace
+
+void FileNew() {
+    if (!MayReplaceLog())
+        return;
+    DeleteTemporaryLog();
+    Log.LogState = kNoLog;
+    ResetSession();
+    ShowForm(LogForm);
+    Session.RescanInPlace = false;
+    Session.OpenLogRequested = false;
+    Session.NewLogRequested = true;
+    Log.LogFileName = TemporaryPath();
+    LoadLog();
+    if (Session.ChooserCancelled || Log.LogState == kNoLog) {
+        Session.ReplacingLog = false;
+        return;
+    }
+    Log.LogState = kTemporaryName;
+    LogForm.lblLog.Caption = LogLabel(LabelTable::New, "[Unnamed]");
+}
+
+bool FileSaveAs() {
+    if (Log.LogState == kUsersName)
+        return true; // the contacts are on the disk already
+    if (!SettleOwedEntries())
+        return false;
+    const auto path = ShowFileDialog({"Save Current Log As", Session.AppPath,
+                                      "ZRT logs (*.ZRT)|*.ZRT|All files (*.*)|*.*", "ZRT", true});
+    if (!path || !MayWriteTo(*path) || !MoveLogTo(*path))
+        return false;
+    LogForm.lblLog.Caption = LogLabel(LabelTable::SaveAs, NameOf(*path));
+    return true;
+}
+
+void DeleteTemporaryLog() {
+    if (Log.LogState == kTemporaryName && Log.LogFileName == TemporaryPath())
+        (void)Files.Remove(Log.LogFileName); // what stays is offered as recovery at the next start
+}
+
+bool SettleOwedEntries() {
+    while (const int error = WriteOwedEntries()) {
+        ShowOwedEntries();
+        const BoxAnswer answer = ShowMessageBox(
+            {SystemErrorText(error) + ".  Contacts of the log are not on disk.  Press Abort to "
+                                      "return to the log, Retry to write them again, or Ignore "
+                                      "to go on without them.",
+             "File or Disk Error", BoxButtons::AbortRetryIgnore, BoxIcon::Critical});
+        if (answer != BoxAnswer::Retry)
+            return answer == BoxAnswer::Ignore;
+    }
+    ShowOwedEntries();
+    return true;
+}
+
+} // namespace zrt

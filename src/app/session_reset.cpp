@@ -1,0 +1,49 @@
+#include "app/session_reset.h"
+
+#include "entry/dupes.h"
+#include "entry/log_form.h"
+#include "entry/statistics.h"
+#include "session/log_file.h"
+#include "session/session_flags.h"
+
+namespace zrt {
+
+namespace {
+
+void CloseWindow(const char *name) {
+    if (const NamedForm *form = FindForm(name))
+        HideForm(*form->Record);
+}
+
+void CloseWindows() {
+    for (const char *name : {"LogForm", "ViewMult", "QSOStats", "Viewlog", "ZTCTY"})
+        CloseWindow(name);
+    if (Session.RescanInPlace)
+        return;
+    for (const char *name : {"ViewMac", "Audio"})
+        CloseWindow(name);
+}
+
+// TuEvery is the operator's choice for the session; all else belongs to the log that ends.
+void ForgetEntry() {
+    const i16 tuEvery = Entry.TuEvery;
+    Entry = {};
+    Entry.TuEvery = tuEvery;
+}
+
+} // namespace
+
+void ResetSession() {
+    CloseWindows();
+    ResetLogForm();
+    ForgetEntry();
+    Dupes = {};
+    Statistics = {};
+    Log.NextEntry = 1;
+    Log.Unwritten.clear();
+    Log.WorkingEntry = {};
+    Log.WorkingOld26 = {};
+    Log.WorkingOld36 = {};
+}
+
+} // namespace zrt

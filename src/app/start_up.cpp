@@ -1,0 +1,108 @@
+#include "app/start_up.h"
+
+#include "app/about_box.h"
+#include "app/background.h"
+#include "app/band_mode.h"
+#include "app/contest_chooser.h"
+#include "app/main_window.h"
+#include "app/recovery.h"
+#include "app/session_reset.h"
+#include "app/start_hooks.h"
+#include "entry/log_form.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/program.h"
+#include "session/log_file.h"
+#include "session/session_flags.h"
+#include "session/settings.h"
+
+namespace zrt {
+
+StartHooks Starting;
+
+namespace {
+
+// The folder of the executable if the settings stand there, else the user's own, which a first
+// installation fills.
+std::string ChooseAppPath() {
+    const std::string executable = WithSeparator(ProgramFolders.ExecutableFolder());
+    if (Files.Exists(executable + kSettingsFile))
+        return executable;
+    return WithSeparator(ProgramFolders.UserFolder());
+}
+
+// Copies each file of a first installation that the program's folder lacks. What can't be copied
+// is missed, and told, where it is read.
+void FillAppPath() {
+    const std::string defaults = WithSeparator(ProgramFolders.DefaultsFolder());
+    if (defaults == Session.AppPath || Files.Exists(Session.AppPath + kSettingsFile))
+        return;
+    (void)Files.MakeFolder(Session.AppPath);
+    for (const std::string &name : Files.List(defaults))
+        if (!Files.Exists(Session.AppPath + name))
+            (void)CopyFile(defaults + name, Session.AppPath + name);
+}
+
+// Two copies in one folder would take each other's temporary log for that of a crash.
+bool TakeLock() {
+    if (Files.Lock(Session.AppPath + "zrtlog.lock"))
+        return true;
+    ShowMessageBox({"ZRTLOG is already running.  Use the copy that is open.", "ZRTLOG",
+                    BoxButtons::Ok, BoxIcon::Exclamation});
+    EndProgram(1);
+    return false;
+}
+
+bool TakeSettings() {
+    if (ReadSettings(Session.AppPath + kSettingsFile) != 0) {
+        ShowMessageBox({"Can't find or read startup files zrtlog125.ini or zrtlog121.dat.  Make "
+                        "sure they are in the same drive/directory used to start program.",
+                        "Error Reading Initiation Files", BoxButtons::Ok, BoxIcon::Critical});
+        EndProgram(1);
+        return false;
+    }
+    CheckTimingMethod();
+    return true;
+}
+
+// False if the program is ending.
+bool ReadReferenceData() {
+    Starting.ReadCountries();
+    Starting.ReadMasterScp();
+    Starting.ReadCallMatch();
+    Starting.CopyRadioSettings();
+    Starting.ReadStartupData();
+    return !Program.Ending;
+}
+
+} // namespace
+
+void RegisterWindows() {
+    RegisterLogForm();
+    RegisterContestChooser();
+    RegisterBandMode();
+    RegisterAboutBox();
+    RegisterBackground();
+    WireMainWindow();
+}
+
+void StartProgram() {
+    Session.AppPath = ChooseAppPath();
+    FillAppPath();
+    Session.HelpFile = Session.AppPath + "zrtlog127Help.chm";
+    if (!TakeLock())
+        return;
+    ShowSplash();
+    Screen.BusyPointer = true;
+    CheckTimingMethod();
+    ResetSession();
+    if (!TakeSettings() || !ReadReferenceData())
+        return;
+    Screen.BusyPointer = false;
+    ShowForm(LogForm);
+    StartMainClock();
+    Log.LogFileName = Session.AppPath + kTempLogName;
+    OfferRecovery();
+}
+
+} // namespace zrt

@@ -1,0 +1,189 @@
+#include "entry/log_form.h"
+
+#include "session/bands.h"
+#include "session/contests.h"
+#include "session/log_file.h"
+#include "session/radio_state.h"
+
+namespace zrt {
+
+LogFormWindow LogForm;
+EntryState Entry;
+
+namespace {
+
+std::string ArrayName(const char *name, std::size_t index) {
+    return std::string(name) + "(" + std::to_string(index) + ")";
+}
+
+std::string ExchangeCaption() {
+    switch (Contest.ContestId) {
+    case kArrlDx: return Contest.StationUSVE ? "Power" : "St/Prov";
+    case kCqWw: return "  Zone";
+    case kAa: return "   Age";
+    case kTenMeter: return " Exch";
+    case kGeneric: return " Notes";
+    case kZrt:
+    case kPaqp: return "County";
+    default: return "Exchange"; // WPX, NEQP, Sprint, SS, NAQP, CW Ops
+    }
+}
+
+void EnableLogMenus(bool enabled) {
+    LogForm.mnuFileSave.Enabled = enabled;
+    LogForm.mnuEdit.Enabled = enabled;
+    LogForm.mnuView.Enabled = enabled;
+    LogForm.mnuRadioWK.Enabled = enabled;
+    LogForm.mnuBandMode.Enabled = enabled;
+    LogForm.mnuModeCW.Enabled = enabled && Contest.ModeCW;
+    LogForm.mnuModePhone.Enabled = enabled && Contest.ModePhone;
+}
+
+void NameMenu(MenuItem &item, const char *caption, const char *parent) {
+    item.Caption = caption;
+    item.Parent = parent;
+}
+
+void NameMenus() {
+    NameMenu(LogForm.mnuFile, "File", "");
+    NameMenu(LogForm.mnuFileNew, "New...", "mnuFile");
+    NameMenu(LogForm.mnuFileSave, "Save As...", "mnuFile");
+    NameMenu(LogForm.mnuFileExit, "Exit", "mnuFile");
+    NameMenu(LogForm.mnuEdit, "Edit", "");
+    NameMenu(LogForm.mnuView, "View", "");
+    NameMenu(LogForm.mnuMode, "Mode", "");
+    NameMenu(LogForm.mnuModeCW, "CW", "mnuMode");
+    NameMenu(LogForm.mnuModePhone, "Phone", "mnuMode");
+    NameMenu(LogForm.mnuBandMode, "Active Bands...", "mnuMode");
+    NameMenu(LogForm.mnuRadioWK, "Radio", "");
+    NameMenu(LogForm.mnuHelp, "Help", "");
+    NameMenu(LogForm.mnuHelpAbout, "About ZRTLOG", "mnuHelp");
+}
+
+} // namespace
+
+void RegisterLogForm() {
+    LogForm.Caption = "ZRTLOG";
+    NameMenus();
+    std::vector<NamedControl> controls = {
+        {"InData(0)", &LogForm.InData[0], "Call"},
+        {"InData(1)", &LogForm.InData[1], "Received exchange"},
+        {"AddButton", &LogForm.AddButton, "Log the contact"},
+        {"CancelButton", &LogForm.CancelButton, "Clear the entry, or stop sending"},
+        {"CheckCall", &LogForm.CheckCall, "The voice keyer says the call"},
+        {"CheckExchange", &LogForm.CheckExchange, "The voice keyer says the exchange"},
+        {"lblLog", &LogForm.lblLog, "Log file and contest"},
+        {"lblCallsign", &LogForm.lblCallsign, "Caption of the call field"},
+        {"lblExchange", &LogForm.lblExchange, "Caption of the exchange field"},
+        {"lblDupe", &LogForm.lblDupe, "Duplicate contact"},
+        {"QSONrLabel", &LogForm.QSONrLabel, "Number, band and mode of the next contact"},
+        {"ScoreLabel", &LogForm.ScoreLabel, "Score"},
+        {"MultsLabel", &LogForm.MultsLabel, "Multipliers"},
+        {"Modelabel", &LogForm.Modelabel, "Modes of the prior contacts"},
+        {"LabelNeededOn", &LogForm.LabelNeededOn, "Bands on which the multiplier is needed"},
+        {"CallMatchLabel1", &LogForm.CallMatchLabel1, "Matching calls of this band"},
+        {"CallMatchLabel2", &LogForm.CallMatchLabel2, "Matching calls of other bands"},
+        {"OldCallMatchLabel", &LogForm.OldCallMatchLabel, "Matching calls of old logs"},
+        {"NeedPfxLabel", &LogForm.NeedPfxLabel, "Needed or worked"},
+        {"LblWpxCountry", &LogForm.LblWpxCountry, "Country"},
+        {"TimeGMTLabel", &LogForm.TimeGMTLabel, "UTC"},
+        {"TimeLocalLabel", &LogForm.TimeLocalLabel, "Local time"},
+        {"LabelSendingMsg", &LogForm.LabelSendingMsg, "Message that is being sent"},
+        {"lblLast", &LogForm.lblLast, "Last contact"},
+        {"lblNotOnDisk", &LogForm.lblNotOnDisk, "Contacts that are not on disk"},
+        {"Timer1", &LogForm.Timer1, "Clocks and statistics, every second"},
+        {"mnuFile", &LogForm.mnuFile, "File menu"},
+        {"mnuFileNew", &LogForm.mnuFileNew, "Start a new log"},
+        {"mnuFileSave", &LogForm.mnuFileSave, "Give the log a name"},
+        {"mnuFileExit", &LogForm.mnuFileExit, "End the program"},
+        {"mnuEdit", &LogForm.mnuEdit, "Edit menu"},
+        {"mnuView", &LogForm.mnuView, "View menu"},
+        {"mnuMode", &LogForm.mnuMode, "Mode menu"},
+        {"mnuModeCW", &LogForm.mnuModeCW, "Log CW contacts"},
+        {"mnuModePhone", &LogForm.mnuModePhone, "Log phone contacts"},
+        {"mnuBandMode", &LogForm.mnuBandMode, "Choose the active bands"},
+        {"mnuRadioWK", &LogForm.mnuRadioWK, "Radio and Winkeyer menu"},
+        {"mnuHelp", &LogForm.mnuHelp, "Help menu"},
+        {"mnuHelpAbout", &LogForm.mnuHelpAbout, "What this program is"},
+    };
+    for (std::size_t i = 0; i < LogForm.PrevQSO.size(); ++i)
+        controls.push_back(
+            {ArrayName("PrevQSO", i + 1), &LogForm.PrevQSO[i], "Prior contact on a band"});
+    RegisterForm(LogForm, "LogForm", "The entry window", std::move(controls));
+    ResetLogForm();
+}
+
+void ResetLogForm() {
+    for (const NamedControl &named : RegistrationOf(LogForm).Controls) {
+        Control &control = *named.Record;
+        if (control.Kind != ControlKind::MenuItem)
+            control.Visible = false;
+        if (control.Kind == ControlKind::Label)
+            static_cast<Label &>(control).Caption.clear();
+        control.ForeColor = Color::Black;
+    }
+    for (TextBox &field : LogForm.InData)
+        SetFieldText(field, "");
+    LogForm.ActiveControl = &LogForm.InData[0];
+    LogForm.lblCallsign.Caption = "Callsign";
+    LogForm.AddButton.Caption = "Add";
+    LogForm.CancelButton.Caption = "Cancel";
+    LogForm.CancelButton.Cancel = true;
+    LogForm.CheckCall.Caption = "Call";
+    LogForm.CheckExchange.Caption = "Exchange";
+    EnableLogMenus(false);
+}
+
+void ShowEntryFields() {
+    LogForm.lblExchange.Caption = ExchangeCaption();
+    for (Control *control : std::initializer_list<Control *>{
+             &LogForm.lblLog, &LogForm.lblCallsign, &LogForm.lblExchange, &LogForm.InData[0],
+             &LogForm.InData[1], &LogForm.AddButton, &LogForm.CancelButton, &LogForm.QSONrLabel,
+             &LogForm.ScoreLabel, &LogForm.MultsLabel, &LogForm.TimeGMTLabel,
+             &LogForm.TimeLocalLabel, &LogForm.lblLast})
+        control->Visible = true;
+    LogForm.CheckCall.Visible = LogForm.CheckExchange.Visible = Contest.ModePhone;
+    EnableLogMenus(true);
+    WriteQSONrLabel();
+}
+
+void WipeEntry() {
+    HideCallDisplay();
+    for (TextBox &field : LogForm.InData)
+        SetFieldText(field, "");
+    LogForm.InData[0].ForeColor = Color::Black;
+    Entry.DupeFlag = false;
+    Entry.CountyLineFlag = false;
+    SetFocus(LogForm.InData[0]);
+}
+
+void HideCallDisplay() {
+    for (Label *label : {&LogForm.Modelabel, &LogForm.LabelNeededOn, &LogForm.NeedPfxLabel,
+                         &LogForm.LblWpxCountry, &LogForm.CallMatchLabel1, &LogForm.CallMatchLabel2,
+                         &LogForm.OldCallMatchLabel, &LogForm.lblDupe})
+        label->Visible = false;
+    for (Label &label : LogForm.PrevQSO)
+        label.Visible = false;
+    LogForm.lblCallsign.Visible = LogForm.lblExchange.Visible = true;
+}
+
+void WriteQSONrLabel() {
+    const i16 band = CurrentBand();
+    LogForm.QSONrLabel.Caption = "QSO Nr " + std::to_string(Log.NextEntry) + "    (" +
+                                 LongBandName(band) + (IsCw(band) ? " CW)" : " SSB)");
+    LogForm.mnuModeCW.Checked = IsCw(band);
+    LogForm.mnuModePhone.Checked = !IsCw(band);
+}
+
+void SetFieldText(TextBox &field, const std::string &text) {
+    field.Text = text;
+    field.SelStart = static_cast<int>(text.size());
+    field.SelLength = 0;
+}
+
+void ShowLabel(Label &label, const std::string &caption) {
+    label.Caption = caption;
+    label.Visible = true;
+}
+
+} // namespace zrt

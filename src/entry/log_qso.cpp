@@ -1,0 +1,376 @@
+#include "entry/log_qso.h"
+
+#include "entry/dupes.h"
+#include "entry/log_form.h"
+#include "entry/points.h"
+#include "entry/statistics.h"
+#include "entry/utc_clock.h"
+#include "platform/dialogs.h"
+#include "platform/keys.h"
+#include "session/bands.h"
+#include "session/contests.h"
+#include "session/file_errors.h"
+#include "session/log_file.h"
+#include "session/radio_state.h"
+#include "session/settings.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace zrt {
+
+LogQsoHooks QsoHooks;
+
+namespace {
+
+constexpr std::size_t kLongestCall = 10;
+constexpr int kKeyF5 = 116;
+constexpr int kKeyF6 = 117;
+
+// The lowest and highest frequency that is stored, in kHz.
+constexpr float kLowestFrequency = 1800.0F;
+constexpr float kHighestFrequency = 29700.0F;
+
+TextBox &CallField() {
+    return LogForm.InData[0];
+}
+
+TextBox &ExchangeField() {
+    return LogForm.InData[1];
+}
+
+std::string CallText() {
+    return UpperCase(Trim(CallField().Text));
+}
+
+// The exchange as the record takes it, one byte a character.
+std::string ExchangeText() {
+    return UpperCase(Trim(ToLatin1(ExchangeField().Text)));
+}
+
+void SelectAndFocus(TextBox &field, std::size_t start, std::size_t length) {
+    field.SelStart = static_cast<int>(start);
+    field.SelLength = static_cast<int>(length);
+    SetFocus(field);
+}
+
+void SelectAll(TextBox &field) {
+    SelectAndFocus(field, 0, field.Text.size());
+}
+
+bool ContestIsOneOf(std::initializer_list<i16> contests) {
+    return std::find(contests.begin(), contests.end(), Contest.ContestId) != contests.end();
+}
+
+// Whether the log takes another contact; if not, the operator has been told.
+bool LogTakesContacts() {
+    if (IsFull()) {
+        ShowMessageBox({"The log is full: 9000 entries.  Save it and start a new log.", "Log Full",
+                        BoxButtons::Ok, BoxIcon::Exclamation});
+        return false;
+    }
+    if (!Log.CurrentFormat && Extensions.ProtectOldLogs) {
+        ShowMessageBox({"This log is in an old format; contacts can't be added.", "Old Log Format",
+                        BoxButtons::Ok, BoxIcon::Exclamation});
+        return false;
+    }
+    return true;
+}
+
+// Enter in an empty call field calls CQ.
+bool CallIsThere(i16 shift) {
+    if (!CallText().empty())
+        return true;
+    if (Settings.SendF1Enabled && shift != kShift)
+        QsoHooks.SendMacro(kKeyF1, false);
+    SetFocus(CallField());
+    return false;
+}
+
+bool CallFits() {
+    const std::string call = CallText();
+    if (call.size() <= kLongestCall)
+        return true;
+    const std::string cut = call.substr(0, kLongestCall);
+    const BoxAnswer answer =
+        ShowMessageBox({"Only 10 characters allowed for Callsign.  Truncate entry to " + cut + "?",
+                        "Entry Too Long", BoxButtons::YesNo, BoxIcon::Question});
+    if (answer != BoxAnswer::Yes) {
+        SetFocus(CallField());
+        return false;
+    }
+    SetFieldText(CallField(), cut);
+    return true;
+}
+
+// Enter in the exchange field does not repeat the check: it ran when the field got the focus.
+void CheckForDupe(i16 fieldIndex) {
+    if (fieldIndex != 0)
+        return;
+    QsoHooks.Dupecheck(CallText());
+    if (Entry.DupeFlag && !Entry.DupeReported)
+        QsoHooks.DupeLabelShow();
+}
+
+bool AgeIsGood(ParsedExchange &parsed) {
+    const std::string text = ExchangeText();
+    const double age = Value(text);
+    if (!text.empty() && age >= 0 && age <= 99) {
+        parsed.Number = ValueI16(text);
+        return true;
+    }
+    ShowMessageBox({"Enter two-digit age between 00 and 99.", "Must Enter Received Age",
+                    BoxButtons::Ok, BoxIcon::Critical});
+    SelectAll(ExchangeField());
+    return false;
+}
+
+// The parser of WPX leaves its box to the pipeline: the number may stand on the call.
+void RefuseWpxNumber(const ParsedExchange &parsed) {
+    ShowMessageBox(
+        {"Number must be between 1 and 9999.", "Invalid Entry", BoxButtons::Ok, BoxIcon::Critical});
+    const auto digits = static_cast<std::size_t>(parsed.DigitsOnCall);
+    if (digits > 0 && digits <= CallField().Text.size())
+        SelectAndFocus(CallField(), CallField().Text.size() - digits, digits);
+    else
+        SelectAll(ExchangeField());
+}
+
+bool ExchangeIsGood(ParsedExchange &parsed) {
+    parsed.Call = CallText();
+    if (Contest.ContestId == kGeneric)
+        return true;
+    if (Contest.ContestId == kAa)
+        return AgeIsGood(parsed);
+    QsoHooks.ParseExchange(parsed);
+    if (!Entry.ParseError)
+        return true;
+    Entry.ParseError = false;
+    if (Contest.ContestId == kWpx)
+        RefuseWpxNumber(parsed);
+    else
+        SelectAndFocus(ExchangeField(), static_cast<std::size_t>(Entry.SelStart),
+                       static_cast<std::size_t>(Entry.SelLength));
+    return false;
+}
+
+// "." and "?" are the operator's reminders and never reach the log.
+std::string WithoutMarks(std::string call) {
+    std::erase_if(call, [](char c) { return c == '.' || c == '?'; });
+    return call;
+}
+
+void TakeTime(LogEntry &entry) {
+    const ContestTime now = TimeNow();
+    entry.Date = now.Date;
+    entry.Time = now.Time;
+    entry.Reserved = Extensions.StoreDecade ? std::string(1, now.Decade) : std::string();
+}
+
+// What the radio reports, if it is under control and on a short-wave band.
+std::string RadioFrequencyText() {
+    const int radio = Radios.LogRadio - 1;
+    if (radio < 0 || radio > 1 || !Radios.RadioRunning[radio] || !IsBandCode(CurrentBand()))
+        return "0";
+    const float frequency = Radios.RadioFrequency[radio][CurrentBand()];
+    if (frequency < kLowestFrequency || frequency > kHighestFrequency)
+        return "0";
+    char text[16];
+    std::snprintf(text, sizeof text, "%.7g", static_cast<double>(frequency));
+    return text;
+}
+
+void TakeRadio(LogEntry &entry) {
+    // A county contact of a ZRT station at home inherits radio and frequency from the contact
+    // before it: both are still in the working record.
+    if (Entry.CountyContact)
+        return;
+    entry.RadioNumber = Radios.LogRadio == 1 ? "1" : Radios.LogRadio == 2 ? "2" : "0";
+    entry.Frequency = RadioFrequencyText();
+}
+
+void TakeName(LogEntry &entry, const ParsedExchange &parsed) {
+    if (Contest.ContestId == kGeneric) {
+        const std::string notes = ExchangeText();
+        entry.RcvdName = notes.substr(0, 10);
+        entry.RcvdExchange = notes.size() > 10 ? notes.substr(10, 5) : std::string();
+    } else if (ContestIsOneOf({kSprint, kNaqp, kCwOpen})) {
+        entry.RcvdName = ToLatin1(parsed.Name);
+    }
+}
+
+// Fills the working record from the fields; the call goes into the lists of calls on the way.
+void BuildEntry(const ParsedExchange &parsed) {
+    CallField().ForeColor = Color::Black;
+    const std::string call = WithoutMarks(ToLatin1(parsed.Call));
+    if (Contest.ContestId == kWpx)
+        QsoHooks.InsertWpxPrefix(call);
+
+    LogEntry &entry = Log.WorkingEntry;
+    TakeTime(entry);
+    entry.BandIndex = CurrentBand();
+    entry.Callsign = call;
+    Entry.SavedCall = call;
+    RecordCall(Log.NextEntry, entry.Callsign.Trimmed(), entry.BandIndex, PortableTie::Left);
+    if (Contest.ContestId == kCwOpen)
+        QsoHooks.RecordCwOpenCall(call);
+
+    entry.RcvdNumber = ContestIsOneOf({kNaqp, kGeneric}) ? i16{0} : parsed.Number;
+    entry.Points = std::string(1, Entry.DupeFlag ? '0' : PointsFor(entry));
+    entry.RcvdExchange = "";
+    entry.SentNumber = Log.NextEntry;
+    Entry.CountyContact = false;
+    QsoHooks.ApplyMultiplier(entry);
+    TakeRadio(entry);
+    TakeName(entry, parsed);
+}
+
+void CountEntry() {
+    // ARRL DX and ARRL 10 m count their multipliers themselves, by country and by state.
+    const bool countsItself = ContestIsOneOf({kArrlDx, kTenMeter});
+    CountContact(Log.WorkingEntry, Entry.NewMultFlag && !countsItself);
+}
+
+void StampEntry() {
+    const i16 n = Log.NextEntry;
+    const OldEntry36 before = n > 1 ? EntryFields(static_cast<i16>(n - 1)) : OldEntry36{};
+    StampContact(n, Log.WorkingEntry, before, StampRule::Live);
+}
+
+std::string PointsText(const LogEntry &entry) {
+    const std::string points = entry.Points.Trimmed();
+    return Contest.ContestId == kPaqp && points == "3" ? "1.5" : points;
+}
+
+// The exchange as the "Last: " line shows it: the number where the contest has one, then the text.
+std::string ExchangeShown(const LogEntry &entry) {
+    std::string shown;
+    if (!ContestIsOneOf({kNaqp, kGeneric}) && entry.RcvdNumber != 0)
+        shown = std::to_string(entry.RcvdNumber) + " ";
+    if (ContestIsOneOf({kSprint, kNaqp, kGeneric, kCwOpen}))
+        shown += std::string(TrimRight(entry.RcvdName.Whole()));
+    // The Generic notes run on from one field into the other.
+    if (Contest.ContestId != kGeneric && !shown.empty() && shown.back() != ' ')
+        shown += " ";
+    return FromLatin1(shown + entry.RcvdExchange.Trimmed());
+}
+
+void ShowLastEntry() {
+    const LogEntry &entry = Log.WorkingEntry;
+    const std::string mode = IsCw(entry.BandIndex) ? "CW" : "SSB";
+    LogForm.lblLast.Caption = "Last: " + std::string(Trim(ShortBandName(entry.BandIndex))) + " " +
+                              mode + "  " + FromLatin1(entry.Callsign.Trimmed()) + "  Nr " +
+                              std::to_string(entry.SentNumber) + "  " + ExchangeShown(entry) +
+                              "  Pts " + PointsText(entry);
+}
+
+// A contact is on disk before its fields clear. After a failure that the operator gives up on it
+// stays owed, and the warning stays in sight.
+void WriteContact() {
+    while (const int error = WriteOwedEntries())
+        if (WriteErrorAction(error) != FileAction::Retry)
+            break;
+    ShowOwedEntries();
+}
+
+// The county-line station's second county is entered next: its call and number are offered again.
+bool OfferSecondCounty() {
+    if (Contest.ContestId != kZrt || !Entry.CountyLineFlag)
+        return false;
+    SetFieldText(CallField(), FromLatin1(Log.WorkingEntry.Callsign.Trimmed()));
+    SetFieldText(ExchangeField(), std::to_string(Log.WorkingEntry.RcvdNumber) + " ");
+    SetFocus(ExchangeField());
+    return true;
+}
+
+void ClearForNextCall() {
+    HideCallDisplay();
+    for (TextBox &field : LogForm.InData)
+        SetFieldText(field, "");
+    Entry.DupeFlag = false;
+    SetFocus(CallField());
+    WriteQSONrLabel();
+}
+
+// Every TuEvery-th contact gets the full message F5, the others the short F6.
+void SendF5OrF6() {
+    const auto inRange = [](i16 value) { return value >= 1 && value <= 9 ? value : i16{1}; };
+    Entry.TuEvery = inRange(Entry.TuEvery);
+    Entry.TuCount = inRange(Entry.TuCount);
+    const bool full = Entry.TuCount >= Entry.TuEvery;
+    Entry.TuCount = full ? i16{1} : static_cast<i16>(Entry.TuCount + 1);
+    QsoHooks.SendMacro(full ? kKeyF5 : kKeyF6, false);
+}
+
+void SendNextMessage(bool afterApostrophe, i16 shift) {
+    if (!Entry.LastSendHadCall || shift == kShift || shift == kCtrl)
+        return;
+    if (afterApostrophe) {
+        if (Settings.LogandSendF6Enabled)
+            QsoHooks.SendMacro(kKeyF6, false);
+    } else if (Settings.LogandSendF5Enabled) {
+        SendF5OrF6();
+    }
+}
+
+} // namespace
+
+void LogQso(i16 fieldIndex, i16 shift) {
+    // The wish for F6 holds for this call alone, or a refused entry would send it later.
+    const bool afterApostrophe = std::exchange(Entry.SendAfterLog, false);
+    Entry.NewMultFlag = false;
+    if (QsoHooks.CarryOutCallCommand())
+        return;
+    if (!LogTakesContacts() || !CallIsThere(shift) || !CallFits())
+        return;
+    CheckForDupe(fieldIndex);
+    ParsedExchange parsed;
+    if (!ExchangeIsGood(parsed))
+        return;
+
+    BuildEntry(parsed);
+    StoreEntry(Log.NextEntry);
+    CountEntry();
+    StampEntry();
+    QsoHooks.ShowWorkedCountries();
+    ShowLastEntry();
+    WriteContact();
+    ++Log.NextEntry;
+    QsoHooks.UpdateStatistics(false);
+    if (Entry.NewMultFlag)
+        QsoHooks.ShowNewMultiplier();
+    QsoHooks.UpdateLogDisplay();
+    ClearForNextCall();
+    ShowScore();
+    QsoHooks.ClearPartial();
+    if (OfferSecondCounty())
+        return;
+    SendNextMessage(afterApostrophe, shift);
+}
+
+void ShowScore() {
+    ComputeScore();
+    if (Contest.ContestId == kGeneric) {
+        LogForm.ScoreLabel.Caption = " CW Cties: " + std::to_string(Statistics.CwCountries);
+        LogForm.MultsLabel.Caption = "SSB Cties: " + std::to_string(Statistics.SsbCountries);
+        return;
+    }
+    LogForm.ScoreLabel.Caption = "Score: " + WithCommas(Statistics.Score);
+    LogForm.MultsLabel.Caption = "Mults:  " + std::to_string(Statistics.TotalMults);
+}
+
+void ShowOwedEntries() {
+    LogForm.lblNotOnDisk.Visible = !Log.Unwritten.empty();
+    if (Log.Unwritten.empty())
+        return;
+    const auto [first, last] = std::minmax_element(Log.Unwritten.begin(), Log.Unwritten.end());
+    std::string numbers = std::to_string(*first);
+    if (*first != *last)
+        numbers += " to " + std::to_string(*last);
+    LogForm.lblNotOnDisk.Caption = "NOT ON DISK: QSO Nr " + numbers +
+                                   ".  Make room on the disk; it is tried again every 10 "
+                                   "seconds and with the next QSO.";
+}
+
+} // namespace zrt

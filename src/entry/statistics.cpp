@@ -1,0 +1,155 @@
+#include "entry/statistics.h"
+
+#include "entry/points.h"
+#include "session/contests.h"
+
+namespace zrt {
+
+StatisticsState Statistics;
+
+namespace {
+
+// A damaged record may hold any code; those outside the tables count nowhere.
+i16 BandRow(i16 bandIndex) {
+    return IsBandCode(bandIndex) ? bandIndex : i16{0};
+}
+
+i32 MinuteOfDay(i16 time) {
+    return time / 100 * 60 + time % 100;
+}
+
+// The counters by mode go by the points of the contact, which tell the mode in these contests. An
+// 8-point contact of ARRL 10 m is counted under SSB, as designed.
+void CountMode(i32 points) {
+    switch (Contest.ContestId) {
+    case kZrt: ++(points == 2 ? Statistics.SsbCount : Statistics.CwCount); break;
+    case kNeqp:
+    case kGeneric: ++(points == 1 ? Statistics.SsbCount : Statistics.CwCount); break;
+    case kPaqp: ++(points == 10 ? Statistics.SsbCount : Statistics.CwCount); break;
+    case kTenMeter: ++(points == 4 ? Statistics.CwCount : Statistics.SsbCount); break;
+    default: break;
+    }
+}
+
+// The band and the mode that the time d between two entries belongs to; half to each at a change.
+void AddMinutes(float &left, float &entered, bool changed, i32 minutes) {
+    const auto d = static_cast<float>(minutes);
+    if (changed) {
+        left += d / 2;
+        entered += d / 2;
+    } else {
+        entered += d;
+    }
+}
+
+float &ModeMinutes(i16 bandIndex) {
+    return IsCw(bandIndex) ? Statistics.CwMinutes : Statistics.SsbMinutes;
+}
+
+void AddBandAndModeTime(i16 bandBefore, i16 band, i32 d) {
+    const i32 gap = Contest.OffTimeGap;
+    if (d > 0 && d <= gap)
+        AddMinutes(Statistics.MinutesPerBand[BandRow(bandBefore)],
+                   Statistics.MinutesPerBand[BandRow(band)], bandBefore != band, d);
+    // The mode times allow a minute more.
+    if (ContestTable(Contest.ContestId).BothModes && d > 0 && d <= gap + 1)
+        AddMinutes(ModeMinutes(bandBefore), ModeMinutes(band), IsCw(bandBefore) != IsCw(band), d);
+}
+
+void AddOperatingTime(bool changed, i32 d, StampRule rule) {
+    if (changed)
+        Statistics.OnBandMinutes = 0;
+    if (d <= 0 || d > Contest.OffTimeGap)
+        return;
+    Statistics.OnTimeMinutes += d;
+    if (!changed || rule == StampRule::Rescan)
+        Statistics.OnBandMinutes += d;
+}
+
+// These contests start late in the UTC day, so a first contact early in the day falls on the
+// second one.
+i16 FirstDay(i16 time) {
+    switch (Contest.ContestId) {
+    case kSs: return time < 2100 ? 2 : 1;
+    case kZrt:
+    case kPaqp: return time < 1600 ? 2 : 1;
+    case kNeqp: return time < 2000 ? 2 : 1;
+    default: return 1;
+    }
+}
+
+i16 LastDay() {
+    switch (Contest.ContestId) {
+    case kSs: return 3;
+    case kGeneric: return kMostDays;
+    default: return 2;
+    }
+}
+
+void CountDay(i16 n, const OldEntry36 &entry, const OldEntry36 &before, StampRule rule) {
+    if (n == 1) {
+        if (rule == StampRule::Rescan)
+            Statistics.DayCount = FirstDay(entry.Time);
+        return;
+    }
+    if (entry.Date != before.Date && Statistics.DayCount < kMostDays)
+        ++Statistics.DayCount;
+    if (rule == StampRule::Rescan && Log.CurrentFormat && Statistics.DayCount > LastDay())
+        --Statistics.DayCount;
+}
+
+} // namespace
+
+void CountContact(const OldEntry36 &entry, bool newMultiplier) {
+    const i16 band = BandRow(entry.BandIndex);
+    const i32 points = NumericPoints(entry.Points.Whole().front());
+    ++Statistics.QsosPerBand[band];
+    Statistics.TotalPoints += points;
+    if (newMultiplier) {
+        ++Statistics.TotalMults;
+        ++Statistics.MultsPerBand[band];
+    }
+    Statistics.PointsAllPerBand[band] += points;
+    // Where every contact is worth the same the points of a band are not shown.
+    if (Contest.ContestId == kSprint || Contest.ContestId == kSs || Contest.ContestId == kNaqp)
+        return;
+    Statistics.PointsPerBand[band] += points;
+    Statistics.PointsPerQso[band] = static_cast<float>(Statistics.PointsPerBand[band]) /
+                                    static_cast<float>(Statistics.QsosPerBand[band]);
+    if (points > 0)
+        CountMode(points);
+}
+
+void StampContact(i16 n, const OldEntry36 &entry, const OldEntry36 &before, StampRule rule) {
+    CountDay(n, entry, before, rule);
+    const bool keepsStamp = n > 1 && rule == StampRule::Rescan && IsVoid(entry);
+    Statistics.MinuteIndex[n] =
+        keepsStamp ? Statistics.MinuteIndex[n - 1]
+                   : MinuteOfDay(entry.Time) + (Statistics.DayCount - 1) * kMinutesADay;
+    if (n == 1) {
+        Statistics.OnBandMinutes = 0;
+        return;
+    }
+    const i32 d = Statistics.MinuteIndex[n] - Statistics.MinuteIndex[n - 1];
+    AddBandAndModeTime(before.BandIndex, entry.BandIndex, d);
+    AddOperatingTime(before.BandIndex != entry.BandIndex, d, rule);
+}
+
+void ComputeScore() {
+    if (Contest.ContestId == kPaqp)
+        Statistics.Score = RoundToEven(Statistics.TotalPoints / 10.0 * Statistics.TotalMults);
+    else
+        Statistics.Score = Statistics.TotalPoints * Statistics.TotalMults;
+}
+
+std::string WithCommas(i32 number) {
+    std::string text = std::to_string(number);
+    if (text.size() < 4 || text.size() > 7)
+        return text;
+    text.insert(text.size() - 3, ",");
+    if (text.size() > 7)
+        text.insert(text.size() - 7, ",");
+    return text;
+}
+
+} // namespace zrt

@@ -1,0 +1,57 @@
+// The counters of the log, the score, and the operating time. The live contact and the re-scan of
+// a log count by the same procedures.
+#pragma once
+
+#include "session/bands.h"
+#include "session/log_file.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace zrt {
+
+inline constexpr i16 kMostDays = 18; // of a log; the count of days stops there on purpose
+inline constexpr i32 kMinutesADay = 1440;
+
+struct StatisticsState {
+    i32 TotalPoints = 0; // tenths of a point in PAQP
+    i32 TotalMults = 0;
+    i32 Score = 0;
+    // By BandIndex; the row 0 stays unused.
+    std::array<i32, kBandCodeRows> QsosPerBand{};
+    std::array<i32, kBandCodeRows> MultsPerBand{};
+    std::array<i32, kBandCodeRows> PointsPerBand{};
+    std::array<i32, kBandCodeRows> PointsAllPerBand{};
+    std::array<float, kBandCodeRows> PointsPerQso{};
+    std::array<float, kBandCodeRows> MinutesPerBand{};
+    i32 CwCount = 0; // contacts by mode in the contests of both modes
+    i32 SsbCount = 0;
+    i32 CwCountries = 0; // Generic: countries worked by mode
+    i32 SsbCountries = 0;
+    float CwMinutes = 0;
+    float SsbMinutes = 0;
+    i16 DayCount = 1; // the contest day of the last entry
+    std::vector<i32> MinuteIndex = std::vector<i32>(kMostEntries + 1); // contest minute by entry
+    i32 OnTimeMinutes = 0; // operating time in the contest
+    i32 OnBandMinutes = 0; // on the present band and mode
+};
+extern StatisticsState Statistics;
+
+// Counts a contact, its points and, if it is one, its multiplier.
+void CountContact(const OldEntry36 &entry, bool newMultiplier);
+
+// A contact as it is logged, and the same contact when a log is read again, differ in the contest
+// day of the first entry, in the last day, and in the minutes on the band at a band change.
+enum class StampRule { Live, Rescan };
+
+// Stamps entry n with its contest minute and adds the time since the entry before (not looked at
+// for n 1) to the operating times. A void takes the stamp of the entry before.
+void StampContact(i16 n, const OldEntry36 &entry, const OldEntry36 &before, StampRule rule);
+
+// Score from points and multipliers: in PAQP tenths / 10, ties to even.
+void ComputeScore();
+// "12,345": commas in numbers of 4 to 7 digits, any other as it is.
+std::string WithCommas(i32 number);
+
+} // namespace zrt

@@ -1,0 +1,7 @@
+#include "session/radio_state.h"
+
+namespace zrt {
+
+RadioState Radios;
+
+} // namespace zrt

@@ -1,0 +1,7 @@
+#include "session/session_flags.h"
+
+namespace zrt {
+
+SessionFlags Session;
+
+} // namespace zrt
