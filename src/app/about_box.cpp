@@ -14,6 +14,7 @@ constexpr int kSplashMs = 150;
 } // namespace
 
 void RegisterAboutBox() {
+    Aboutzrt = {};
     Aboutzrt.lblProgram.Caption = "ZRTLOG";
     Aboutzrt.lblVersion.Caption = "Version " ZRT_VERSION;
     Aboutzrt.lblPurpose.Caption = "Contest logging for amateur radio";

@@ -5,6 +5,7 @@ namespace zrt {
 BkgdFormWindow BkgdForm;
 
 void RegisterBackground() {
+    BkgdForm = {};
     BkgdForm.Caption = "ZRTLOG";
     BkgdForm.HasCloseBox = false;
     RegisterForm(BkgdForm, "BkgdForm", "Progress of loading a log",

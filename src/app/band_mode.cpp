@@ -64,6 +64,7 @@ void Accept() {
 } // namespace
 
 void RegisterBandMode() {
+    BandMode = {};
     BandMode.Caption = "Active Bands";
     BandMode.lblNote.Caption = kNote;
     BandMode.cmdOK.Caption = "OK";

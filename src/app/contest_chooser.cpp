@@ -169,6 +169,7 @@ void SetModes() {
 } // namespace
 
 void RegisterContestChooser() {
+    ChCoForm = {};
     ChCoForm.Caption = "Choose Contest";
     for (const ChooserRow &row : kRows)
         ChCoForm.lstContest.Rows.emplace_back(ContestTable(row.ContestId).ChooserRow);

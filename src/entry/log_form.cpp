@@ -63,6 +63,7 @@ void NameMenus() {
 } // namespace
 
 void RegisterLogForm() {
+    LogForm = {};
     LogForm.Caption = "ZRTLOG";
     NameMenus();
     std::vector<NamedControl> controls = {

@@ -243,17 +243,18 @@ std::string PointsText(const LogEntry &entry) {
     return Contest.ContestId == kPaqp && points == "3" ? "1.5" : points;
 }
 
-// The exchange as the "Last: " line shows it: the number where the contest has one, then the text.
+// The exchange as the "Last: " line shows it: the number where the contest has one, then the texts.
 std::string ExchangeShown(const LogEntry &entry) {
-    std::string shown;
-    if (!ContestIsOneOf({kNaqp, kGeneric}) && entry.RcvdNumber != 0)
-        shown = std::to_string(entry.RcvdNumber) + " ";
-    if (ContestIsOneOf({kSprint, kNaqp, kGeneric, kCwOpen}))
-        shown += std::string(TrimRight(entry.RcvdName.Whole()));
     // The Generic notes run on from one field into the other.
-    if (Contest.ContestId != kGeneric && !shown.empty() && shown.back() != ' ')
-        shown += " ";
-    return FromLatin1(shown + entry.RcvdExchange.Trimmed());
+    if (Contest.ContestId == kGeneric)
+        return std::string(Trim(std::string(entry.RcvdName.Whole()) +
+                                std::string(entry.RcvdExchange.Whole())));
+    std::string shown;
+    if (Contest.ContestId != kNaqp && entry.RcvdNumber != 0)
+        shown = std::to_string(entry.RcvdNumber) + " ";
+    if (ContestIsOneOf({kSprint, kNaqp, kCwOpen}))
+        shown += entry.RcvdName.Trimmed() + " ";
+    return std::string(TrimRight(shown + entry.RcvdExchange.Trimmed()));
 }
 
 void ShowLastEntry() {
