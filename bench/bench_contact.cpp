@@ -1,8 +1,8 @@
 // A contact from Enter to stored, with the sync of the disk and without, beside the floor: the bare
 // write of a record with and without the sync.
-#include "app/start_up.h"
-#include "app/file_menu.h"
 #include "app/contest_chooser.h"
+#include "app/file_menu.h"
+#include "app/start_up.h"
 #include "bench/percentiles.h"
 #include "entry/log_form.h"
 #include "headless/devices.h"

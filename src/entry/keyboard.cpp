@@ -155,8 +155,10 @@ void SwitchMode(bool phone) {
     if (!allowed || position == kNoBandPosition || phone == IsPhone(CurrentBand()))
         return;
     const i16 bandIndex = CodeInMode(position, phone);
-    for (auto &frequencies : Radios.RadioFrequency)
+    if (Radios.LogRadio == 1 || Radios.LogRadio == 2) {
+        auto &frequencies = Radios.RadioFrequency[Radios.LogRadio - 1];
         frequencies[bandIndex] = frequencies[CurrentBand()];
+    }
     TakeBand(bandIndex);
 }
 

@@ -47,7 +47,7 @@ struct EntryState {
     i16 SelStart = 0;         // the part of the exchange field to select then
     i16 SelLength = 0;
     bool DupeFlag = false;        // what the last dupe check said
-    bool DupeReported = false;    // Insert has shown the DUPE line in this key cycle
+    bool InsertActive = false;    // the Insert key is at work and has shown the DUPE line itself
     bool SendAfterLog = false;    // the apostrophe key asks for F6 after the store
     bool CountyLineFlag = false;  // a ZRT exchange ended in "/"
     bool LastSendHadCall = false; // the last CW message held the call

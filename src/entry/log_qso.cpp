@@ -109,7 +109,7 @@ void CheckForDupe(i16 fieldIndex) {
     if (fieldIndex != 0)
         return;
     QsoHooks.Dupecheck(CallText());
-    if (Entry.DupeFlag && !Entry.DupeReported)
+    if (Entry.DupeFlag && !Entry.InsertActive)
         QsoHooks.DupeLabelShow();
 }
 
@@ -247,8 +247,8 @@ std::string PointsText(const LogEntry &entry) {
 std::string ExchangeShown(const LogEntry &entry) {
     // The Generic notes run on from one field into the other.
     if (Contest.ContestId == kGeneric)
-        return std::string(Trim(std::string(entry.RcvdName.Whole()) +
-                                std::string(entry.RcvdExchange.Whole())));
+        return std::string(
+            Trim(std::string(entry.RcvdName.Whole()) + std::string(entry.RcvdExchange.Whole())));
     std::string shown;
     if (Contest.ContestId != kNaqp && entry.RcvdNumber != 0)
         shown = std::to_string(entry.RcvdNumber) + " ";

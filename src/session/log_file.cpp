@@ -59,7 +59,11 @@ int WriteRecordsInPlace(const std::vector<i16> &numbers) {
         return WriteAnew();
     if (error != 0)
         return error;
-    return WriteRecords(file, numbers);
+    // A file that has lost entries gets them back, or zeros would stand in their places.
+    const i16 first = *std::min_element(numbers.begin(), numbers.end());
+    const bool lacksEntries =
+        Log.CurrentFormat && first > 1 && length < OffsetOf(first, kEntryLength);
+    return WriteRecords(file, lacksEntries ? AllEntries() : numbers);
 }
 
 template <typename Record>
