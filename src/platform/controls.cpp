@@ -135,17 +135,17 @@ void SetFocus(Control &control) {
 
 Control *NextTabStop(const Form &form, bool backwards) {
     std::vector<Control *> stops;
-    std::size_t active = 0;
-    for (const NamedControl &named : RegistrationOf(form).Controls) {
-        if (named.Record == form.ActiveControl)
-            active = stops.size();
+    for (const NamedControl &named : RegistrationOf(form).Controls)
         if (TakesFocus(*named.Record))
             stops.push_back(named.Record);
-    }
     if (stops.empty())
         return nullptr;
+    const auto active = std::find(stops.begin(), stops.end(), form.ActiveControl);
+    if (active == stops.end())
+        return backwards ? stops.back() : stops.front();
+    const auto place = static_cast<std::size_t>(active - stops.begin());
     const std::size_t step = backwards ? stops.size() - 1 : 1;
-    return stops[(active + step) % stops.size()];
+    return stops[(place + step) % stops.size()];
 }
 
 void ClickControl(Control &control) {
@@ -205,7 +205,7 @@ KeyOutcome OfferKey(Form &form, const KeyStroke &stroke) {
     if (const auto keyDown = box.KeyDown) {
         int keyCode = stroke.KeyCode;
         keyDown(keyCode, stroke.Shift);
-        if (keyCode == kKeyNone)
+        if (keyCode == kKeyNone && stroke.KeyCode != kKeyNone)
             return used;
     }
     int charCode = stroke.CharCode;

@@ -97,7 +97,7 @@ bool ServeNextEvent(Microseconds now) {
     Timer &timer = *first->Record;
     // Ticks that were missed in a long wait are not made up for.
     const Microseconds period = PeriodOf(timer);
-    first->Due = std::max(first->Due + period, now + std::min<Microseconds>(period, 1));
+    first->Due = std::max(first->Due + period, now + 1);
     if (timer.Tick) {
         const auto tick = timer.Tick; // the tick may stop or replace its own timer
         tick();

@@ -20,7 +20,7 @@ struct WavePlayer {
 };
 
 struct SoundDoor {
-    // Open, Play and Stop return 0, or an error number: 30304 for a file that can't be read as a
+    // Open and Play return 0, or an error number: 30304 for a file that can't be read as a
     // wave, 30266 for a device that fails. With no sound device playing keeps its time silently.
     int (*Open)(WavePlayer &player) = nullptr;
     int (*Play)(WavePlayer &player) = nullptr; // from where it was paused or stopped
