@@ -272,7 +272,7 @@ void LetControlAct(Control &control, const KeyStroke &stroke, int charCode) {
 // A window that opens gives its first control the focus, unless the program has chosen one.
 void FocusFirst(Form &form) {
     for (const NamedControl &named : RegistrationOf(form).Controls) {
-        if (CanFocus(*named.Record)) {
+        if (TakesFocus(*named.Record)) {
             SetFocus(*named.Record);
             return;
         }
@@ -336,18 +336,6 @@ void EnterText(TextBox &box, const std::string &text) {
     box.SelStart = LengthOf(box);
     box.SelLength = 0;
     Changed(box, before);
-}
-
-bool CanFocus(const Control &control) {
-    switch (control.Kind) {
-    case ControlKind::TextBox:
-    case ControlKind::CheckBox:
-    case ControlKind::OptionButton:
-    case ControlKind::ListBox:
-    case ControlKind::Button:
-    case ControlKind::ScrollBar: return control.Visible && control.Enabled;
-    default: return false;
-    }
 }
 
 } // namespace zrt

@@ -23,7 +23,4 @@ void PressKey(Form &form, const KeyStroke &stroke);
 // Replaces a field's whole text as the operator would, with Change.
 void EnterText(TextBox &box, const std::string &text);
 
-// True for a control that the operator can put the focus on.
-bool CanFocus(const Control &control);
-
 } // namespace zrt

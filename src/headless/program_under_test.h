@@ -24,6 +24,7 @@ struct RunOptions {
     bool Narrate = false; // print the comments
     std::FILE *Output = stdout;
     std::function<void()> AfterLine; // after each line that has been run
+    std::function<void()> AtEnd;     // after the last one, while the program folder still stands
 };
 
 // What a run comes to, the worse the higher.

@@ -51,7 +51,7 @@ Control &UsableControl(const std::string &name) {
         CannotDo(NameOfTarget(target) + " is hidden");
     if (!control.Enabled)
         CannotDo(NameOfTarget(target) + " is disabled");
-    if (CanFocus(control))
+    if (TakesFocus(control))
         SetFocus(control);
     return control;
 }
@@ -82,7 +82,7 @@ void DoType(const ScriptLine &line) {
 }
 
 void DoFocus(const ScriptLine &line) {
-    if (!CanFocus(UsableControl(Word(line, 1))))
+    if (!TakesFocus(UsableControl(Word(line, 1))))
         CannotDo(Word(line, 1) + " takes no focus");
 }
 

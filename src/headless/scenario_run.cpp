@@ -127,6 +127,8 @@ int RunLines() {
             if (Run.Started)
                 ServeDueEvents();
         } while (RunNextLine());
+        if (Run.Options.AtEnd)
+            Run.Options.AtEnd();
         return kHolds;
     } catch (const ScenarioOver &over) {
         return over.Status;

@@ -29,18 +29,6 @@ void Call(const std::function<void()> &callback) {
         copy();
 }
 
-bool TakesFocus(const Control &control) {
-    switch (control.Kind) {
-    case ControlKind::TextBox:
-    case ControlKind::CheckBox:
-    case ControlKind::OptionButton:
-    case ControlKind::ListBox:
-    case ControlKind::Button:
-    case ControlKind::ScrollBar: return control.Visible && control.Enabled;
-    default: return false;
-    }
-}
-
 Button *ButtonWith(const NamedForm &form, bool Button::*role) {
     for (const NamedControl &named : form.Controls) {
         if (named.Record->Kind != ControlKind::Button)
@@ -118,6 +106,18 @@ Form *ActiveForm() {
         if (form.Record->Visible)
             return form.Record;
     return nullptr;
+}
+
+bool TakesFocus(const Control &control) {
+    switch (control.Kind) {
+    case ControlKind::TextBox:
+    case ControlKind::CheckBox:
+    case ControlKind::OptionButton:
+    case ControlKind::ListBox:
+    case ControlKind::Button:
+    case ControlKind::ScrollBar: return control.Visible && control.Enabled;
+    default: return false;
+    }
 }
 
 void SetFocus(Control &control) {

@@ -174,6 +174,8 @@ void ShowForm(Form &form); // brings it to the front
 void HideForm(Form &form);
 Form *ActiveForm(); // nullptr while no window shows
 
+// Whether the operator can go to the control: of a kind with a focus, visible and enabled.
+bool TakesFocus(const Control &control);
 // Gives a control the focus inside its form, with LostFocus and GotFocus.
 void SetFocus(Control &control);
 // The control that Tab (or Shift+Tab) goes to from the form's active one; nullptr for none.

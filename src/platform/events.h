@@ -26,7 +26,7 @@ void PumpUntil(Microseconds deadline, const std::function<bool()> &done);
 // Shows the form and waits until it is hidden or the deadline has passed; may pump.
 void ShowModal(Form &form, Microseconds deadline = kNoDeadline);
 
-// How many PumpUntil calls are under way; 0 in the main loop.
+// How many PumpUntil calls are under way, that of the program's main loop among them.
 int PumpDepth();
 
 // Runs `event` on the next turn of the event loop.
