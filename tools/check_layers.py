@@ -189,7 +189,8 @@ def check(root):
                 continue
             found = find_file(src, path, target, quoted)
             if found is None:
-                if QT_NAME.match(target.split("/")[-1]) or QT_NAME.match(target):
+                own = quoted and "/" in target and not target.startswith("Q")  # "entry/quick.h"
+                if not own and (QT_NAME.match(target.split("/")[-1]) or QT_NAME.match(target)):
                     if not name.startswith(QT_ALLOWED):
                         findings.append(f"{where}: Qt ({target}) is for src/qt/ alone")
                 elif in_src and quoted and not fits(Path(target).name, GENERATED):

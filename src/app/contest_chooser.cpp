@@ -103,6 +103,7 @@ void QthClicked(std::size_t button) {
 void ContestClicked() {
     SetFirstFrame(ChosenRow());
     SetSecondFrame(ChosenRow());
+    QthClicked(0); // choosing the first button counts as a click on it
 }
 
 void TakeLocation() {

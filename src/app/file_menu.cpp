@@ -78,9 +78,9 @@ void FileNew() {
         return;
     DeleteTemporaryLog();
     Log.LogState = kNoLog;
+    Session.RescanInPlace = false;
     ResetSession();
     ShowForm(LogForm);
-    Session.RescanInPlace = false;
     Session.OpenLogRequested = false;
     Session.NewLogRequested = true;
     Log.LogFileName = TemporaryPath();

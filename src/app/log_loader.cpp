@@ -2,6 +2,7 @@
 
 #include "app/background.h"
 #include "app/contest_chooser.h"
+#include "app/main_clock.h"
 #include "app/rescan.h"
 #include "app/session_reset.h"
 #include "entry/log_form.h"
@@ -143,6 +144,7 @@ void ShowOpenLog() {
     ShowEntryFields();
     ShowScore();
     ShowOwedEntries();
+    WriteClocks();
     const std::string name =
         Log.LogState == kUsersName ? NameOf(Log.LogFileName) : std::string("[Unnamed]");
     LogForm.lblLog.Caption = LogLabel(LabelTable::Load, name);
@@ -153,6 +155,7 @@ void ShowOpenLog() {
 } // namespace
 
 void LoadLog() {
+    Session.ChooserCancelled = false;
     Log.CurrentFormat = false;
     const bool newLog = Session.NewLogRequested;
     if (newLog ? !MakeNewLog() : !OpenExistingLog())

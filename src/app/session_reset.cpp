@@ -35,7 +35,11 @@ void ForgetEntry() {
 
 void ResetSession() {
     CloseWindows();
+    // The line of the last contact outlives a rescan.
+    const std::string last = LogForm.lblLast.Caption;
     ResetLogForm();
+    if (Session.RescanInPlace)
+        LogForm.lblLast.Caption = last;
     ForgetEntry();
     Dupes = {};
     Statistics = {};

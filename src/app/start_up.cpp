@@ -4,6 +4,7 @@
 #include "app/background.h"
 #include "app/band_mode.h"
 #include "app/contest_chooser.h"
+#include "app/main_clock.h"
 #include "app/main_window.h"
 #include "app/recovery.h"
 #include "app/session_reset.h"

@@ -211,8 +211,8 @@ void BuildEntry(const ParsedExchange &parsed) {
     TakeTime(entry);
     entry.BandIndex = CurrentBand();
     entry.Callsign = call;
-    Entry.SavedCall = call;
-    RecordCall(Log.NextEntry, entry.Callsign.Trimmed(), entry.BandIndex, PortableTie::Left);
+    Entry.SavedCall = entry.Callsign.Trimmed();
+    RecordCall(Log.NextEntry, Entry.SavedCall, entry.BandIndex, PortableTie::Left);
     if (Contest.ContestId == kCwOpen)
         QsoHooks.RecordCwOpenCall(call);
 

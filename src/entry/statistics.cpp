@@ -18,16 +18,31 @@ i32 MinuteOfDay(i16 time) {
     return time / 100 * 60 + time % 100;
 }
 
-// The counters by mode go by the points of the contact, which tell the mode in these contests. An
-// 8-point contact of ARRL 10 m is counted under SSB, as designed.
+// The counters by mode go by the points of the contact, which tell the mode in these contests.
+struct ModeCountRow {
+    i16 ContestId;
+    std::array<i32, 2> SsbPoints;
+    i32 CwPoints;
+};
+constexpr std::array<ModeCountRow, 4> kModeCounts = {{
+    {kZrt, {2, 2}, 3},
+    {kNeqp, {1, 1}, 2},
+    {kGeneric, {1, 1}, 2},
+    // An 8-point contact is counted under SSB, as designed.
+    {kTenMeter, {2, 8}, 4},
+}};
+
 void CountMode(i32 points) {
-    switch (Contest.ContestId) {
-    case kZrt: ++(points == 2 ? Statistics.SsbCount : Statistics.CwCount); break;
-    case kNeqp:
-    case kGeneric: ++(points == 1 ? Statistics.SsbCount : Statistics.CwCount); break;
-    case kPaqp: ++(points == 10 ? Statistics.SsbCount : Statistics.CwCount); break;
-    case kTenMeter: ++(points == 4 ? Statistics.CwCount : Statistics.SsbCount); break;
-    default: break;
+    // In PAQP all but the single points count as CW, a dupe too.
+    if (Contest.ContestId == kPaqp)
+        ++(points == 10 ? Statistics.SsbCount : Statistics.CwCount);
+    for (const ModeCountRow &row : kModeCounts) {
+        if (row.ContestId != Contest.ContestId)
+            continue;
+        if (points == row.CwPoints)
+            ++Statistics.CwCount;
+        else if (points == row.SsbPoints[0] || points == row.SsbPoints[1])
+            ++Statistics.SsbCount;
     }
 }
 
@@ -116,8 +131,7 @@ void CountContact(const OldEntry36 &entry, bool newMultiplier) {
     Statistics.PointsPerBand[band] += points;
     Statistics.PointsPerQso[band] = static_cast<float>(Statistics.PointsPerBand[band]) /
                                     static_cast<float>(Statistics.QsosPerBand[band]);
-    if (points > 0)
-        CountMode(points);
+    CountMode(points);
 }
 
 void StampContact(i16 n, const OldEntry36 &entry, const OldEntry36 &before, StampRule rule) {

@@ -56,6 +56,11 @@ i16 DateOf(const MachineTime &now, i16 dayShift) {
     } else if (dayShift < 0 && day < 1) {
         --month;
         day = month == 0 ? 31 : DaysIn(month, now.Year);
+        // The day before 1 November is dated 31 November: it has always stood so in the table.
+        if (now.Month == 11) {
+            month = 11;
+            day = 31;
+        }
     }
     // Over the end of a year only the last digit moves, and not over a decade.
     if (month > 12) {

@@ -134,18 +134,19 @@ void SetFocus(Control &control) {
 }
 
 Control *NextTabStop(const Form &form, bool backwards) {
-    std::vector<Control *> stops;
-    for (const NamedControl &named : RegistrationOf(form).Controls)
-        if (TakesFocus(*named.Record))
-            stops.push_back(named.Record);
-    if (stops.empty())
-        return nullptr;
-    const auto active = std::find(stops.begin(), stops.end(), form.ActiveControl);
-    if (active == stops.end())
-        return backwards ? stops.back() : stops.front();
-    const auto place = static_cast<std::size_t>(active - stops.begin());
-    const std::size_t step = backwards ? stops.size() - 1 : 1;
-    return stops[(place + step) % stops.size()];
+    const std::vector<NamedControl> &controls = RegistrationOf(form).Controls;
+    const std::size_t count = controls.size();
+    std::size_t place = backwards ? 0 : count - 1; // before the first control, or behind the last
+    for (std::size_t i = 0; i < count; ++i)
+        if (controls[i].Record == form.ActiveControl)
+            place = i;
+    const std::size_t step = backwards ? count - 1 : 1;
+    for (std::size_t i = 0; i < count; ++i) {
+        place = (place + step) % count;
+        if (TakesFocus(*controls[place].Record))
+            return controls[place].Record;
+    }
+    return nullptr;
 }
 
 void ClickControl(Control &control) {

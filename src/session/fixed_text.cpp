@@ -80,14 +80,14 @@ double Value(std::string_view text) {
     return sign * value / scale;
 }
 
-i16 ValueI16(std::string_view text) {
-    using Limits = std::numeric_limits<i16>;
-    const double value = std::trunc(Value(text));
-    return static_cast<i16>(std::clamp<double>(value, Limits::min(), Limits::max()));
-}
-
 i32 RoundToEven(double value) {
     return static_cast<i32>(std::nearbyint(value));
+}
+
+i16 ValueI16(std::string_view text) {
+    using Limits = std::numeric_limits<i16>;
+    const double value = std::clamp<double>(Value(text), Limits::min(), Limits::max());
+    return static_cast<i16>(RoundToEven(value));
 }
 
 i16 TextHash(std::string_view text) {

@@ -61,11 +61,10 @@ std::string PadRight(std::string_view text, std::size_t width);
 // The number that a text begins with: leading blanks, a sign, digits, one "."; anything else ends
 // it, and no digits are 0. No exponent.
 double Value(std::string_view text);
-// The same, cut to a whole number and clamped to 16 bits.
-i16 ValueI16(std::string_view text);
-
 // Ties go to the even number: 2.5 is 2, 3.5 is 4.
 i32 RoundToEven(double value);
+// A text as a whole number, rounded so and clamped to 16 bits.
+i16 ValueI16(std::string_view text);
 
 // The sum of the bytes of a text, wrapped to 16 bits: a quick "may be equal" for calls.
 i16 TextHash(std::string_view text);

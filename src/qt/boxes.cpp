@@ -1,0 +1,206 @@
+#include "qt/boxes.h"
+
+#include "platform/events.h"
+#include "qt/mirror.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+#include <span>
+
+namespace zrt {
+
+namespace {
+
+struct ButtonSet {
+    BoxButtons Buttons;
+    int Count;
+    BoxAnswer Answers[3];
+    BoxAnswer Closed; // what the close box and Esc mean; Abort: they do nothing
+};
+
+constexpr ButtonSet kButtonSets[] = {
+    {BoxButtons::Ok, 1, {BoxAnswer::Ok}, BoxAnswer::Ok},
+    {BoxButtons::OkCancel, 2, {BoxAnswer::Ok, BoxAnswer::Cancel}, BoxAnswer::Cancel},
+    {BoxButtons::AbortRetryIgnore,
+     3,
+     {BoxAnswer::Abort, BoxAnswer::Retry, BoxAnswer::Ignore},
+     BoxAnswer::Abort},
+    {BoxButtons::YesNoCancel,
+     3,
+     {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Cancel},
+     BoxAnswer::Cancel},
+    {BoxButtons::YesNo, 2, {BoxAnswer::Yes, BoxAnswer::No}, BoxAnswer::No},
+    {BoxButtons::RetryCancel, 2, {BoxAnswer::Retry, BoxAnswer::Cancel}, BoxAnswer::Cancel},
+};
+
+struct AnswerButton {
+    BoxAnswer Answer;
+    QMessageBox::StandardButton Button;
+    const char *Name; // of the button, for those who look it up
+};
+
+constexpr AnswerButton kAnswerButtons[] = {
+    {BoxAnswer::Ok, QMessageBox::Ok, "Ok"},
+    {BoxAnswer::Cancel, QMessageBox::Cancel, "Cancel"},
+    {BoxAnswer::Abort, QMessageBox::Abort, "Abort"},
+    {BoxAnswer::Retry, QMessageBox::Retry, "Retry"},
+    {BoxAnswer::Ignore, QMessageBox::Ignore, "Ignore"},
+    {BoxAnswer::Yes, QMessageBox::Yes, "Yes"},
+    {BoxAnswer::No, QMessageBox::No, "No"},
+};
+
+const ButtonSet &SetOf(BoxButtons buttons) {
+    const auto *found =
+        std::find_if(std::begin(kButtonSets), std::end(kButtonSets),
+                     [buttons](const ButtonSet &set) { return set.Buttons == buttons; });
+    assert(found != std::end(kButtonSets));
+    return *found;
+}
+
+QMessageBox::Icon IconOf(BoxIcon icon) {
+    switch (icon) {
+    case BoxIcon::None: return QMessageBox::NoIcon;
+    case BoxIcon::Critical: return QMessageBox::Critical;
+    case BoxIcon::Question: return QMessageBox::Question;
+    case BoxIcon::Exclamation: return QMessageBox::Warning;
+    case BoxIcon::Information: return QMessageBox::Information;
+    }
+    return QMessageBox::NoIcon;
+}
+
+// The window that a dialog stands on. What the logic has shown since the last event comes first, or
+// it would open over the dialog.
+QWidget *WindowBelow() {
+    MirrorRecords();
+    const Form *form = ActiveForm();
+    if (form == nullptr)
+        return nullptr;
+    QWidget *window = ViewOf(*form);
+    return window->isVisible() ? window : nullptr;
+}
+
+// A box that must be answered by one of its buttons has no way out by Esc or the close box.
+class MustBeAnswered : public QObject {
+  public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *object, QEvent *event) override {
+        if (event->type() == QEvent::Close && event->spontaneous()) {
+            event->ignore();
+            return true;
+        }
+        if (event->type() == QEvent::KeyPress &&
+            static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)
+            return true;
+        return QObject::eventFilter(object, event);
+    }
+};
+
+// Opens the dialog and waits until it is closed, or the program ends. Not by Qt's own exec: the
+// timers of the program go on only in its own waits.
+void WaitFor(QDialog &dialog) {
+    const BoxOpen open;
+    bool closed = false;
+    QObject::connect(&dialog, &QDialog::finished, &dialog, [&closed] { closed = true; });
+    dialog.setWindowModality(Qt::ApplicationModal);
+    dialog.show();
+    dialog.raise();
+    dialog.activateWindow();
+    PumpUntil(kNoDeadline, [&closed] { return closed; });
+    dialog.hide();
+}
+
+// "A (*.ZRT)|*.ZRT|B (*.*)|*.*" as Qt's name filters, whose patterns mind no case.
+QStringList NameFilters(const std::string &filter) {
+    const QStringList parts =
+        QString::fromStdString(filter).split(QLatin1Char('|'), Qt::SkipEmptyParts);
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns = parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        for (QString &pattern : patterns) {
+            QString blind;
+            const QString trimmed = pattern.trimmed();
+            for (const QChar c : trimmed)
+                blind += c.isLetter() ? QStringLiteral("[%1%2]").arg(c.toUpper()).arg(c.toLower())
+                                      : QString(c);
+            pattern = blind == QStringLiteral("*.*") ? QStringLiteral("*") : blind;
+        }
+        filters << parts[i] + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) +
+                       QLatin1Char(')');
+    }
+    return filters;
+}
+
+} // namespace
+
+BoxAnswer AskInBox(const MessageBox &box) {
+    const ButtonSet &set = SetOf(box.Buttons);
+    QMessageBox window(WindowBelow());
+    window.setObjectName(QStringLiteral("MessageBox"));
+    window.setWindowTitle(QString::fromStdString(box.Title));
+    window.setTextFormat(Qt::PlainText);
+    window.setText(QString::fromStdString(box.Text));
+    window.setIcon(IconOf(box.Icon));
+    const std::span<const BoxAnswer> answers(set.Answers, static_cast<std::size_t>(set.Count));
+    QAbstractButton *closing = nullptr;
+    for (std::size_t i = 0; i < answers.size(); ++i) {
+        const auto &row =
+            *std::find_if(std::begin(kAnswerButtons), std::end(kAnswerButtons),
+                          [&](const AnswerButton &b) { return b.Answer == answers[i]; });
+        QPushButton *button = window.addButton(row.Button);
+        button->setObjectName(QLatin1String(row.Name));
+        if (static_cast<int>(i) + 1 == box.DefaultButton)
+            window.setDefaultButton(button);
+        if (row.Answer == set.Closed)
+            closing = button;
+    }
+    MustBeAnswered refusal;
+    if (set.Closed == BoxAnswer::Abort)
+        window.installEventFilter(&refusal);
+    else
+        window.setEscapeButton(closing);
+    WaitFor(window);
+    for (const AnswerButton &row : kAnswerButtons)
+        if (window.clickedButton() != nullptr &&
+            window.standardButton(window.clickedButton()) == row.Button)
+            return row.Answer;
+    return set.Closed; // closed by its close box, or the program ends
+}
+
+std::optional<std::string> AskForFile(const FileDialog &dialog) {
+    QFileDialog window(WindowBelow(), QString::fromStdString(dialog.Title),
+                       QString::fromStdString(dialog.Folder));
+    window.setObjectName(QStringLiteral("FileDialog"));
+    window.setAcceptMode(dialog.Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    window.setFileMode(dialog.Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // The program asks by itself before it writes over a file.
+    window.setOption(QFileDialog::DontConfirmOverwrite);
+    window.setOption(QFileDialog::HideNameFilterDetails);
+    window.setNameFilters(NameFilters(dialog.Filter));
+    window.setDefaultSuffix(QString::fromStdString(dialog.DefaultExtension));
+    WaitFor(window);
+    if (window.result() != QDialog::Accepted || window.selectedFiles().isEmpty())
+        return std::nullopt;
+    return window.selectedFiles().first().toStdString();
+}
+
+std::optional<std::string> AskForFolder(const std::string &title, const std::string &start) {
+    QFileDialog window(WindowBelow(), QString::fromStdString(title), QString::fromStdString(start));
+    window.setObjectName(QStringLiteral("FolderDialog"));
+    window.setFileMode(QFileDialog::Directory);
+    window.setOption(QFileDialog::ShowDirsOnly);
+    WaitFor(window);
+    if (window.result() != QDialog::Accepted || window.selectedFiles().isEmpty())
+        return std::nullopt;
+    return window.selectedFiles().first().toStdString();
+}
+
+} // namespace zrt

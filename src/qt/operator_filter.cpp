@@ -1,0 +1,304 @@
+#include "qt/operator_filter.h"
+
+#include "platform/events.h"
+#include "qt/key_codes.h"
+#include "qt/mirror.h"
+#include "qt/widgets.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPointer>
+#include <QSessionManager>
+#include <QWindow>
+
+#include <algorithm>
+#include <bitset>
+#include <deque>
+#include <memory>
+#include <utility>
+
+namespace zrt {
+
+namespace {
+
+constexpr int kKeyCodes = 256;
+
+struct HeldEvent {
+    QPointer<QObject> Receiver;
+    std::unique_ptr<QEvent> Event;
+};
+
+struct OperatorState {
+    std::function<void()> QuitAsked;
+    std::bitset<kKeyCodes> Down;
+    std::bitset<kKeyCodes> Hit; // pressed since last asked
+    int Draining = 0;           // KeyPressed is looking at the queue of the window system
+    bool Releasing = false;     // held events are being served; their keys were noted before
+    std::deque<HeldEvent> Held;
+};
+OperatorState Operator;
+
+void NoteKey(const QKeyEvent &event) {
+    const int keyCode = StrokeOf(event).KeyCode;
+    if (keyCode <= kKeyNone || keyCode >= kKeyCodes)
+        return;
+    const auto key = static_cast<std::size_t>(keyCode);
+    if (event.type() == QEvent::KeyPress) {
+        Operator.Down.set(key);
+        Operator.Hit.set(key);
+    } else if (!event.isAutoRepeat()) {
+        Operator.Down.reset(key);
+    }
+}
+
+// A key arrives at the native window, then at the widget that has the keyboard, then at those that
+// it travels through. It is noted once: at the window, or, when it was sent to a widget directly,
+// at that widget.
+bool IsFirstStation(const QObject &object, const QEvent &event, bool isTarget) {
+    return object.isWindowType() || (isTarget && !event.spontaneous());
+}
+
+bool IsOperatorInput(QEvent::Type type) {
+    switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::Close: return true;
+    default: return false;
+    }
+}
+
+void ServeHeldEvents() {
+    while (!Operator.Held.empty() && Operator.Draining == 0) {
+        const HeldEvent held = std::move(Operator.Held.front());
+        Operator.Held.pop_front();
+        if (held.Receiver.isNull())
+            continue;
+        Operator.Releasing = true;
+        QCoreApplication::sendEvent(held.Receiver, held.Event.get());
+        Operator.Releasing = false;
+    }
+}
+
+bool IsKeyTarget(const QObject *object) {
+    const QWidget *focus = QApplication::focusWidget();
+    return object == (focus != nullptr ? focus : QApplication::activeWindow());
+}
+
+Form *FormUnder(QObject *object) {
+    const auto *widget = qobject_cast<QWidget *>(object);
+    return widget == nullptr ? nullptr : FormOfWindow(widget->window());
+}
+
+void MoveFocus(Form &form, bool backwards) {
+    if (Control *next = NextTabStop(form, backwards))
+        SetFocus(*next);
+    MirrorRecords();
+}
+
+// The Menu key opens the menu bar: the Alt key and F10 belong to the contest.
+bool OpenMenuBar(const QKeyEvent &event, const QWidget &window) {
+    if (event.key() != Qt::Key_Menu)
+        return false;
+    const auto *frame = qobject_cast<const QMainWindow *>(&window);
+    if (frame == nullptr || frame->menuBar() == nullptr)
+        return false;
+    const QList<QAction *> menus = frame->menuBar()->actions();
+    const auto first = std::find_if(menus.begin(), menus.end(),
+                                    [](const QAction *menu) { return menu->isVisible(); });
+    if (first == menus.end())
+        return false;
+    frame->menuBar()->setActiveAction(*first);
+    return true;
+}
+
+void EditField(Binding &binding, QKeyEvent &event, const KeyStroke &stroke, int charCode) {
+    auto &field = static_cast<EntryField &>(*binding.Widget);
+    if (charCode != 0) {
+        const auto character = static_cast<char32_t>(charCode);
+        field.insert(QString::fromUcs4(&character, 1));
+    } else if (stroke.CharCode == 0 && (stroke.Shift & kAlt) == 0) {
+        field.EditItself(&event);
+    }
+    ReadField(binding);
+}
+
+// True if nothing is left for Qt to do with the key.
+bool TakeKey(Form &form, QWidget &target, QKeyEvent &event) {
+    if (OpenMenuBar(event, *target.window()))
+        return true;
+    FinishFocus();
+    Binding *binding = BindingOf(&target);
+    const bool isField = binding != nullptr && binding->Record->Kind == ControlKind::TextBox;
+    const KeyStroke stroke = StrokeOf(event);
+    if (stroke.KeyCode == kKeyNone)
+        return isField;
+    // The event is Qt's again only when the handlers, which may pump, have returned; the target
+    // lives as long as the views.
+    const KeyOutcome outcome = OfferKey(form, stroke);
+    MirrorRecords();
+    if (outcome.Used)
+        return true;
+    if (stroke.KeyCode == kKeyTab && (stroke.Shift & (kCtrl | kAlt)) == 0) {
+        MoveFocus(form, (stroke.Shift & kShift) != 0);
+        return true;
+    }
+    if (!isField)
+        return false;
+    if (form.Visible)
+        EditField(*binding, event, stroke, outcome.CharCode);
+    return true;
+}
+
+// A focus that comes with the window or goes to a menu is no choice of the operator's.
+bool IsChoice(Qt::FocusReason reason) {
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+           reason != Qt::MenuBarFocusReason;
+}
+
+class OperatorFilter : public QObject {
+  public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *object, QEvent *event) override {
+        if (Operator.Draining > 0 && object->isWindowType() && IsOperatorInput(event->type()))
+            return Hold(*object, *event);
+        switch (event->type()) {
+        case QEvent::ShortcutOverride: return TakeOverride(*object, *event);
+        case QEvent::KeyPress: return Key(*object, static_cast<QKeyEvent &>(*event));
+        case QEvent::KeyRelease: Note(*object, static_cast<QKeyEvent &>(*event)); return false;
+        case QEvent::FocusIn: FocusIn(*object, static_cast<QFocusEvent &>(*event)); return false;
+        case QEvent::FocusOut: FocusOut(*object); return false;
+        case QEvent::WindowActivate: Activated(*object); return false;
+        case QEvent::Move:
+        case QEvent::Resize: Placed(*object); return false;
+        case QEvent::Close: return Closed(*object, *event);
+        case QEvent::Quit: return Quit(*object, *event);
+        case QEvent::ApplicationPaletteChange: ColorsChanged(); return false;
+        case QEvent::ApplicationStateChange:
+            if (QGuiApplication::applicationState() != Qt::ApplicationActive)
+                Operator.Down.reset(); // their releases go to another program
+            return false;
+        default: return false;
+        }
+    }
+
+  private:
+    static void Note(const QObject &object, const QKeyEvent &event) {
+        if (!Operator.Releasing && IsFirstStation(object, event, IsKeyTarget(&object)))
+            NoteKey(event);
+    }
+
+    static bool Hold(QObject &object, const QEvent &event) {
+        if (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease)
+            NoteKey(static_cast<const QKeyEvent &>(event));
+        Operator.Held.push_back({&object, std::unique_ptr<QEvent>(event.clone())});
+        return true;
+    }
+
+    static bool TakeOverride(QObject &object, QEvent &event) {
+        if (!IsKeyTarget(&object) || FormUnder(&object) == nullptr)
+            return false;
+        event.accept(); // no shortcut comes before the handlers of a field
+        return true;
+    }
+
+    static bool Key(QObject &object, QKeyEvent &event) {
+        Note(object, event);
+        if (!IsKeyTarget(&object))
+            return false;
+        Operator.Releasing = false; // keys that come while this one is handled are new
+        Form *form = FormUnder(&object);
+        if (form == nullptr || !TakeKey(*form, static_cast<QWidget &>(object), event))
+            return false;
+        event.accept();
+        return true;
+    }
+
+    static void FocusIn(QObject &object, const QFocusEvent &event) {
+        auto *widget = qobject_cast<QWidget *>(&object);
+        Binding *binding = widget == nullptr ? nullptr : BindingOf(widget);
+        if (binding != nullptr && !Mirroring() && IsChoice(event.reason()))
+            FocusByOperator(*binding);
+    }
+
+    static void FocusOut(QObject &object) {
+        auto *widget = qobject_cast<QWidget *>(&object);
+        if (Binding *binding = widget == nullptr ? nullptr : BindingOf(widget))
+            binding->CaretStale = true;
+    }
+
+    static void Activated(const QObject &object) {
+        Form *form = FormOfWindow(qobject_cast<const QWidget *>(&object));
+        if (form != nullptr && !Mirroring() && Screen.Modal.empty())
+            Screen.Front = form;
+    }
+
+    static void Placed(const QObject &object) {
+        const auto *window = qobject_cast<const QWidget *>(&object);
+        Form *form = window == nullptr ? nullptr : FormOfWindow(window);
+        if (form != nullptr && !Mirroring())
+            ReadPlacement(*form, *window);
+    }
+
+    static bool Closed(const QObject &object, QEvent &event) {
+        Form *form = FormOfWindow(qobject_cast<const QWidget *>(&object));
+        if (form == nullptr || Mirroring())
+            return false;
+        event.ignore(); // the record decides whether the window goes
+        FinishFocus();
+        CloseForm(*form);
+        MirrorRecords();
+        return true;
+    }
+
+    static bool Quit(const QObject &object, QEvent &event) {
+        if (&object != qApp)
+            return false;
+        event.ignore();
+        if (Operator.QuitAsked)
+            Post(Operator.QuitAsked);
+        return true;
+    }
+};
+
+} // namespace
+
+void InstallOperatorFilter(std::function<void()> quitAsked) {
+    Operator = {};
+    Operator.QuitAsked = std::move(quitAsked);
+    static QPointer<OperatorFilter> filter;
+    delete filter;
+    filter = new OperatorFilter(qApp);
+    qApp->installEventFilter(filter);
+    QObject::connect(
+        qApp, &QGuiApplication::commitDataRequest, filter,
+        [](QSessionManager &) {
+            if (Operator.QuitAsked)
+                Post(Operator.QuitAsked);
+        },
+        Qt::DirectConnection);
+}
+
+bool KeyPressed(int keyCode) {
+    if (keyCode <= kKeyNone || keyCode >= kKeyCodes)
+        return false;
+    ++Operator.Draining;
+    QCoreApplication::processEvents();
+    --Operator.Draining;
+    if (!Operator.Held.empty())
+        Post(ServeHeldEvents);
+    const auto key = static_cast<std::size_t>(keyCode);
+    const bool pressed = Operator.Down.test(key) || Operator.Hit.test(key);
+    Operator.Hit.reset(key);
+    return pressed;
+}
+
+} // namespace zrt

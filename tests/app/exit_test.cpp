@@ -1,0 +1,160 @@
+#include "app/exit.h"
+
+#include "app/start_hooks.h"
+#include "app/start_up.h"
+#include "entry/log_form.h"
+#include "entry/log_qso.h"
+#include "platform/program.h"
+#include "session/log_file.h"
+#include "session/session_flags.h"
+#include "support/program.h"
+
+namespace zrt {
+namespace {
+
+int settingsWritten = 0;
+int winkeyerClosed = 0;
+
+class ExitTheProgram : public ProgramTest {
+  protected:
+    ExitTheProgram() {
+        StartProgram();
+        settingsWritten = winkeyerClosed = 0;
+        Starting.WriteSettings = [](bool withWindows) { settingsWritten += withWindows ? 1 : 100; };
+        Starting.CloseWinkeyer = [] { ++winkeyerClosed; };
+    }
+    static void ExpectEnded() {
+        EXPECT_TRUE(Program.Ending);
+        EXPECT_EQ(Program.ExitStatus, 0);
+        EXPECT_EQ(settingsWritten, 1);
+        EXPECT_EQ(winkeyerClosed, 1);
+    }
+    static void ExpectStays() {
+        EXPECT_FALSE(Program.Ending);
+        EXPECT_EQ(settingsWritten, 0);
+        EXPECT_EQ(winkeyerClosed, 0);
+    }
+    static void OpenUnnamed() {
+        OpenNewLog(kGeneric);
+        LogContact("K1ZZ", "ANN");
+    }
+};
+
+TEST_F(ExitTheProgram, AsksWithoutALog) {
+    Answer({BoxAnswer::No, BoxAnswer::Yes});
+    ExitProgram();
+    EXPECT_EQ(LastBox().Text, "Exit ZRTLOG?");
+    EXPECT_EQ(LastBox().Title, "Exit ZRTLOG?");
+    EXPECT_EQ(LastBox().Buttons, BoxButtons::YesNo);
+    ExpectStays();
+    ExitProgram();
+    ExpectEnded();
+}
+
+TEST_F(ExitTheProgram, AsksTheSameOfALogWithAName) {
+    OpenUnnamed();
+    Log.LogState = kUsersName;
+    Answer({BoxAnswer::No, BoxAnswer::Yes});
+    ClickControl(LogForm.mnuFileExit);
+    EXPECT_EQ(LastBox().Text, "Exit ZRTLOG?");
+    ExpectStays();
+    CloseForm(LogForm);
+    ExpectEnded();
+    EXPECT_TRUE(FileExists(kTempLog)); // nothing is deleted in this state
+}
+
+TEST_F(ExitTheProgram, CancelReturnsToAnUnnamedLog) {
+    OpenUnnamed();
+    const std::string before = BytesOf(kTempLog);
+    Answer({BoxAnswer::Cancel});
+    ExitProgram();
+    EXPECT_EQ(LastBox().Text, "Save current log file?");
+    EXPECT_EQ(LastBox().Title, "Save Log?");
+    EXPECT_EQ(LastBox().Buttons, BoxButtons::YesNoCancel);
+    ExpectStays();
+    EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(before));
+    EXPECT_EQ(Log.LogState, kTemporaryName);
+    EXPECT_TRUE(LogForm.Visible);
+}
+
+TEST_F(ExitTheProgram, NoDeletesAnUnnamedLog) {
+    OpenUnnamed();
+    Answer({BoxAnswer::No});
+    ExitProgram();
+    ExpectEnded();
+    EXPECT_FALSE(FileExists(kTempLog));
+}
+
+TEST_F(ExitTheProgram, YesSavesAnUnnamedLog) {
+    OpenUnnamed();
+    const std::string before = BytesOf(kTempLog);
+    Answer({BoxAnswer::Yes});
+    Devices.FileAnswers = {"mine.ZRT"};
+    ExitProgram();
+    ExpectEnded();
+    EXPECT_FALSE(FileExists(kTempLog));
+    EXPECT_EQ(Hex(BytesOf("mine.ZRT")), Hex(before));
+}
+
+TEST_F(ExitTheProgram, YesAndThenNoNameStays) {
+    OpenUnnamed();
+    Answer({BoxAnswer::Yes});
+    Devices.FileAnswers = {std::nullopt};
+    ExitProgram();
+    ExpectStays();
+    EXPECT_TRUE(FileExists(kTempLog));
+    EXPECT_EQ(Log.LogState, kTemporaryName);
+}
+
+TEST_F(ExitTheProgram, YesAndAFileThatMayNotBeOverwrittenStays) {
+    OpenUnnamed();
+    MakeFile("mine.ZRT", "other");
+    Answer({BoxAnswer::Yes, BoxAnswer::Cancel});
+    Devices.FileAnswers = {"mine.ZRT"};
+    ExitProgram();
+    ExpectStays();
+    EXPECT_EQ(BytesOf("mine.ZRT"), "other");
+    EXPECT_TRUE(FileExists(kTempLog));
+}
+
+TEST_F(ExitTheProgram, YesOnAFullDiskStays) {
+    OpenUnnamed();
+    Devices.Disk = DiskMode::Full;
+    Answer({BoxAnswer::Yes, BoxAnswer::Cancel});
+    Devices.FileAnswers = {"mine.ZRT"};
+    ExitProgram();
+    EXPECT_EQ(LastBox().Title, "File or Disk Error");
+    ExpectStays();
+    EXPECT_TRUE(FileExists(kTempLog));
+    EXPECT_FALSE(FileExists("mine.ZRT"));
+}
+
+TEST_F(ExitTheProgram, TellsOfContactsThatAreNotOnDisk) {
+    OpenUnnamed();
+    Devices.Disk = DiskMode::Full;
+    Answer({BoxAnswer::Cancel});
+    LogContact("K2ZZ");
+    Log.LogState = kUsersName;
+    Answer({BoxAnswer::Abort});
+    ExitProgram();
+    EXPECT_EQ(LastBox().Title, "File or Disk Error");
+    ExpectStays();
+    Answer({BoxAnswer::Retry, BoxAnswer::Yes});
+    WhileBoxShows([] { Devices.Disk = DiskMode::Ok; });
+    ExitProgram();
+    ExpectEnded();
+    EXPECT_EQ(BytesOf(kTempLog).size(), 180U);
+}
+
+TEST_F(ExitTheProgram, MayGiveUpContactsThatAreNotOnDisk) {
+    OpenUnnamed();
+    Devices.Disk = DiskMode::Full;
+    Log.LogState = kUsersName;
+    Answer({BoxAnswer::Cancel, BoxAnswer::Ignore, BoxAnswer::Yes});
+    LogContact("K2ZZ");
+    ExitProgram();
+    ExpectEnded();
+}
+
+} // namespace
+} // namespace zrt

@@ -1,0 +1,93 @@
+#include "entry/log_form.h"
+
+#include "session/log_file.h"
+#include "session/radio_state.h"
+#include "support/program.h"
+
+namespace zrt {
+namespace {
+
+class EntryWindow : public ProgramTest {};
+
+TEST_F(EntryWindow, HidesEveryFieldBeforeALogIsOpen) {
+    for (const NamedControl &named : RegistrationOf(LogForm).Controls) {
+        if (named.Record->Kind != ControlKind::MenuItem) {
+            EXPECT_FALSE(named.Record->Visible) << named.Name;
+        }
+    }
+    for (const MenuItem *menu :
+         {&LogForm.mnuView, &LogForm.mnuEdit, &LogForm.mnuRadioWK, &LogForm.mnuFileSave})
+        EXPECT_FALSE(menu->Enabled) << menu->Caption;
+    EXPECT_TRUE(LogForm.mnuFileNew.Enabled && LogForm.mnuFileExit.Enabled);
+}
+
+TEST_F(EntryWindow, ShowsItsFieldsWhenALogIsOpen) {
+    OpenNewLog(kGeneric);
+    EXPECT_TRUE(LogForm.InData[0].Visible && LogForm.InData[1].Visible);
+    EXPECT_TRUE(LogForm.AddButton.Visible && LogForm.CancelButton.Visible);
+    EXPECT_TRUE(LogForm.mnuView.Enabled && LogForm.mnuEdit.Enabled && LogForm.mnuFileSave.Enabled);
+    EXPECT_EQ(LogForm.ActiveControl, &LogForm.InData[0]);
+    EXPECT_EQ(LogForm.CheckCall.Caption, "Call");
+    EXPECT_EQ(LogForm.CheckExchange.Caption, "Exchange");
+    EXPECT_FALSE(LogForm.lblDupe.Visible);
+}
+
+TEST_F(EntryWindow, NamesTheExchangeAsTheContestDoes) {
+    constexpr const char *kCaptions[] = {"St/Prov",  "County", "  Zone",  "Exchange", "Exchange",
+                                         "Exchange", "   Age", "County",  "Exchange", " Exch",
+                                         "Exchange", " Notes", "Exchange"};
+    for (i16 contest = 1; contest <= kContests; ++contest) {
+        OpenNewLog(contest);
+        EXPECT_EQ(LogForm.lblExchange.Caption, kCaptions[contest - 1]) << contest;
+    }
+    ContestState american = CwContest(kArrlDx);
+    american.StationUSVE = true;
+    OpenNewLog(american);
+    EXPECT_EQ(LogForm.lblExchange.Caption, "Power");
+}
+
+TEST_F(EntryWindow, ShowsNumberBandAndModeOfTheNextContact) {
+    OpenNewLog(kGeneric);
+    struct Row {
+        i16 Band;
+        const char *Text;
+    };
+    for (const Row &row : {Row{3, "(20m CW)"}, Row{11, "(20m SSB)"}, Row{6, "(160 CW)"},
+                           Row{23, "(30m CW)"}, Row{17, "(12m SSB)"}, Row{8, "(2m  CW)"}}) {
+        CurrentBand() = row.Band;
+        WriteQSONrLabel();
+        EXPECT_EQ(LogForm.QSONrLabel.Caption, std::string("QSO Nr 1    ") + row.Text);
+    }
+}
+
+TEST_F(EntryWindow, WipeForgetsTheCallAndItsState) {
+    OpenNewLog(kZrt);
+    Fill("K1ZZ", "59 ABC/");
+    SetFocus(LogForm.InData[1]);
+    LogForm.InData[0].ForeColor = Color::Red;
+    LogForm.lblDupe.Visible = true;
+    LogForm.lblCallsign.Visible = false;
+    Entry.DupeFlag = Entry.CountyLineFlag = true;
+    Entry.SavedCall = "K1ZZ";
+    WipeEntry();
+    EXPECT_EQ(LogForm.InData[0].Text + LogForm.InData[1].Text, "");
+    EXPECT_EQ(LogForm.InData[0].ForeColor, Color::Black);
+    EXPECT_EQ(LogForm.ActiveControl, &LogForm.InData[0]);
+    EXPECT_FALSE(LogForm.lblDupe.Visible);
+    EXPECT_TRUE(LogForm.lblCallsign.Visible);
+    EXPECT_FALSE(Entry.DupeFlag || Entry.CountyLineFlag);
+    EXPECT_EQ(Entry.SavedCall, "K1ZZ"); // clearing keeps it
+}
+
+TEST_F(EntryWindow, EveryControlHasANameAndAPurposeOfItsOwn) {
+    std::vector<std::string> names;
+    for (const NamedControl &named : RegistrationOf(LogForm).Controls) {
+        EXPECT_FALSE(named.Purpose.empty()) << named.Name;
+        names.push_back(named.Name);
+    }
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(std::adjacent_find(names.begin(), names.end()), names.end());
+}
+
+} // namespace
+} // namespace zrt

@@ -1,0 +1,190 @@
+#include "app/about_box.h"
+#include "app/background.h"
+#include "app/band_mode.h"
+#include "app/contest_chooser.h"
+#include "app/start_up.h"
+#include "entry/log_form.h"
+#include "platform/program.h"
+#include "qt/doors.h"
+#include "qt/mirror.h"
+#include "qt/views.h"
+#include "qt/widgets.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace zrt {
+namespace {
+
+// The program's own windows, with records as a contest would fill them.
+class Views : public testing::Test {
+  protected:
+    Views() {
+        Program = {};
+        Screen = {};
+        InstallQtDoors([] { EndProgram(0); });
+        RegisterWindows();
+        for (const NamedForm &form : RegisteredForms())
+            form.Record->Visible = false;
+        BuildViews();
+        ShowForm(LogForm);
+        Turn();
+    }
+    ~Views() override { DestroyViews(); }
+
+    static void Turn() {
+        for (int i = 0; i < 3; ++i) {
+            MirrorRecords();
+            QCoreApplication::processEvents();
+        }
+    }
+    static QWidget *Widget(const char *name) {
+        auto *widget = ViewOf(LogForm)->findChild<QWidget *>(QLatin1String(name));
+        EXPECT_NE(widget, nullptr) << name;
+        return widget;
+    }
+    static QRect Place(const char *name) {
+        const QWidget *widget = Widget(name);
+        return {widget->mapTo(ViewOf(LogForm), QPoint()), widget->size()};
+    }
+    static void SetAll(bool visible) {
+        for (const NamedControl &named : RegistrationOf(LogForm).Controls) {
+            if (named.Record->Kind == ControlKind::Label ||
+                named.Record->Kind == ControlKind::TextBox ||
+                named.Record->Kind == ControlKind::CheckBox)
+                named.Record->Visible = visible;
+        }
+    }
+};
+
+TEST_F(Views, EveryWindowHasOne) {
+    for (const Form *form :
+         std::initializer_list<const Form *>{&LogForm, &ChCoForm, &BandMode, &Aboutzrt, &BkgdForm})
+        EXPECT_NE(ViewOf(*form), nullptr);
+}
+
+TEST_F(Views, TheEntryWindowFitsASmallScreen) {
+    SetAll(true);
+    Turn();
+    EXPECT_GE(ViewOf(LogForm)->minimumWidth(), 760);
+    EXPECT_LE(ViewOf(LogForm)->width(), 1366);
+    EXPECT_LE(ViewOf(LogForm)->height(), 700); // a panel and a title bar take the rest of 768
+}
+
+TEST_F(Views, ANewWindowSaysHowToStart) {
+    SetAll(false);
+    Turn();
+    EXPECT_TRUE(Widget("EmptyHint")->isVisible());
+    LogForm.InData[0].Visible = true;
+    Turn();
+    EXPECT_FALSE(Widget("EmptyHint")->isVisible());
+}
+
+TEST_F(Views, TheDupeLineStandsWhereTheCaptionsStood) {
+    SetAll(true);
+    Turn();
+    const QRect call = Place("lblCallsign");
+    const QRect exchange = Place("lblExchange");
+    const QRect dupe = Place("lblDupe");
+    EXPECT_EQ(dupe.left(), call.left());
+    EXPECT_GE(dupe.right(), exchange.right());
+    EXPECT_LE(std::abs(dupe.center().y() - call.center().y()), 4);
+}
+
+TEST_F(Views, NothingMovesWhenLabelsComeAndGo) {
+    SetAll(false);
+    for (TextBox &field : LogForm.InData)
+        field.Visible = true;
+    Turn();
+    const QSize window = ViewOf(LogForm)->size();
+    const char *const names[] = {"InData(0)", "InData(1)", "lblLast", "CallMatchLabel1"};
+    std::vector<QRect> before;
+    for (const char *name : names)
+        before.push_back(Place(name));
+    SetAll(true);
+    for (const NamedControl &named : RegistrationOf(LogForm).Controls)
+        if (named.Record->Kind == ControlKind::Label)
+            static_cast<Label &>(*named.Record).Caption = std::string(200, 'W');
+    Turn();
+    for (std::size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(Place(names[i]), before[i]) << names[i];
+    EXPECT_EQ(ViewOf(LogForm)->size(), window);
+}
+
+TEST_F(Views, TheCallFieldHoldsTenWideCharacters) {
+    LogForm.InData[0].Visible = true;
+    LogForm.InData[0].ForeColor = Color::Red; // bold
+    ViewOf(LogForm)->resize(760, ViewOf(LogForm)->height());
+    Turn();
+    const auto *field = static_cast<QLineEdit *>(Widget("InData(0)"));
+    EXPECT_GT(field->width() - 20,
+              field->fontMetrics().horizontalAdvance(QStringLiteral("WWWWWWWWWW")));
+    EXPECT_GT(Widget("InData(1)")->width(), field->width());
+}
+
+TEST_F(Views, ALongModeLabelStandsBelowTheFields) {
+    LogForm.InData[0].Visible = true;
+    LogForm.Modelabel.Visible = true;
+    LogForm.Modelabel.Caption = " CW:";
+    Turn();
+    EXPECT_TRUE(Widget("Modelabel")->isVisible());
+    EXPECT_FALSE(Widget("ModeLine")->isVisible());
+    LogForm.Modelabel.Caption = " CW:\nSSB:";
+    Turn();
+    EXPECT_TRUE(Widget("Modelabel")->isVisible());
+    LogForm.Modelabel.Caption = "NY needed on  10 [15] 20";
+    Turn();
+    EXPECT_FALSE(Widget("Modelabel")->isVisible());
+    ASSERT_TRUE(Widget("ModeLine")->isVisible());
+    EXPECT_EQ(static_cast<PlaceLabel *>(Widget("ModeLine"))->ShownText(),
+              QStringLiteral("NY needed on  10 [15] 20"));
+}
+
+TEST_F(Views, TheNumberOfAContactIsReadableAtTheNarrowestWidth) {
+    SetAll(true);
+    ViewOf(LogForm)->resize(760, ViewOf(LogForm)->height());
+    Turn();
+    for (const char *name : {"QSONrLabel", "ScoreLabel", "MultsLabel", "TimeGMTLabel",
+                             "TimeLocalLabel", "LabelSendingMsg", "lblDupe"})
+        EXPECT_GE(Widget(name)->width(), Widget(name)->sizeHint().width()) << name;
+}
+
+TEST_F(Views, TheWarningIsShownToItsEnd) {
+    LogForm.InData[0].Visible = true;
+    LogForm.lblNotOnDisk.Visible = true;
+    LogForm.lblNotOnDisk.Caption =
+        "NOT ON DISK: QSO Nr 1232 to 1240.  Make room on the disk; it is tried again every 10 "
+        "seconds and with the next QSO.";
+    ViewOf(LogForm)->resize(760, ViewOf(LogForm)->height());
+    Turn();
+    const auto *label = static_cast<PlaceLabel *>(Widget("lblNotOnDisk"));
+    const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, label->width() - 50, 1000),
+                                                           Qt::TextWordWrap, label->ShownText());
+    EXPECT_LE(needed.height(), label->height());
+}
+
+TEST_F(Views, TheChooserIsWorkedWithTheKeyboard) {
+    Screen.Modal = {&ChCoForm};
+    ChCoForm.Visible = true;
+    ChCoForm.lstContest.Rows = {"AA", "ARRL 10", "ARRL DX"};
+    ChCoForm.lstContest.Click = [] {};
+    ChCoForm.lstContest.ListIndex = 0;
+    ChCoForm.ActiveControl = &ChCoForm.lstContest;
+    int cancelled = 0;
+    ChCoForm.cmdCancel.Cancel = true;
+    ChCoForm.cmdCancel.Click = [&cancelled] { ++cancelled; };
+    Turn();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(ViewOf(ChCoForm)));
+    QTest::keyClick(ViewOf(ChCoForm)->windowHandle(), Qt::Key_Down);
+    EXPECT_EQ(ChCoForm.lstContest.ListIndex, 1);
+    QTest::keyClick(ViewOf(ChCoForm)->windowHandle(), Qt::Key_Escape);
+    EXPECT_EQ(cancelled, 1);
+    Screen.Modal.clear();
+    HideForm(ChCoForm);
+}
+
+} // namespace
+} // namespace zrt
