@@ -22,8 +22,8 @@ template <std::size_t N> class FixedText {
     constexpr FixedText() { Bytes.fill(' '); }
     // Cuts what does not fit, pads what is short. NUL counts as a blank.
     constexpr FixedText(std::string_view text) : FixedText() {
-        std::transform(text.begin(), text.begin() + std::min(N, text.size()), Bytes.begin(),
-                       [](char c) { return c == '\0' ? ' ' : c; });
+        for (std::size_t i = 0; i < N && i < text.size(); ++i)
+            Bytes[i] = text[i] == '\0' ? ' ' : text[i];
     }
     constexpr FixedText(const char *text) : FixedText(std::string_view(text)) {}
     FixedText(const std::string &text) : FixedText(std::string_view(text)) {}
