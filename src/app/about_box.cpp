@@ -10,6 +10,8 @@ namespace {
 
 // Long enough to be read as what it is, short enough not to be waited for.
 constexpr int kSplashMs = 150;
+// The wait for its timer ends in any case.
+constexpr Microseconds kLongestSplash = 2 * kSecond;
 
 } // namespace
 
@@ -38,7 +40,7 @@ void ShowSplash() {
     Aboutzrt.HasCloseBox = false;
     Aboutzrt.cmdClose.Visible = false;
     StartTimer(Aboutzrt.Timer1, kSplashMs);
-    ShowModal(Aboutzrt, Clock.Steady() + 10 * kSplashMs * kMillisecond);
+    ShowModal(Aboutzrt, Clock.Steady() + kLongestSplash);
 }
 
 void ShowAboutBox() {

@@ -26,7 +26,7 @@ namespace {
 // The folder of the executable if the settings stand there, else the user's own, which a first
 // installation fills.
 std::string ChooseAppPath() {
-    const std::string executable = WithSeparator(ProgramFolders.ExecutableFolder());
+    std::string executable = WithSeparator(ProgramFolders.ExecutableFolder());
     if (Files.Exists(executable + kSettingsFile))
         return executable;
     return WithSeparator(ProgramFolders.UserFolder());

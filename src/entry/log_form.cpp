@@ -29,6 +29,24 @@ std::string ExchangeCaption() {
     }
 }
 
+// How many characters of the exchange field are laid out: one word, a number and a county, a whole
+// exchange, or notes.
+int ExchangeColumns() {
+    switch (Contest.ContestId) {
+    case kArrlDx:
+    case kCqWw:
+    case kAa:
+    case kTenMeter:
+    case kWpx: return 8;
+    case kSprint:
+    case kSs:
+    case kNaqp:
+    case kCwOpen: return 18;
+    case kGeneric: return 24;
+    default: return 12;
+    }
+}
+
 void EnableLogMenus(bool enabled) {
     LogForm.mnuFileSave.Enabled = enabled;
     LogForm.mnuEdit.Enabled = enabled;
@@ -137,6 +155,7 @@ void ResetLogForm() {
 
 void ShowEntryFields() {
     LogForm.lblExchange.Caption = ExchangeCaption();
+    LogForm.InData[1].Columns = ExchangeColumns();
     for (Control *control : std::initializer_list<Control *>{
              &LogForm.lblLog, &LogForm.lblCallsign, &LogForm.lblExchange, &LogForm.InData[0],
              &LogForm.InData[1], &LogForm.AddButton, &LogForm.CancelButton, &LogForm.QSONrLabel,

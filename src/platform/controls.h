@@ -55,6 +55,7 @@ struct TextBox : Control {
     std::string Text; // UTF-8; positions count bytes, the fields of the program hold ASCII
     int SelStart = 0;
     int SelLength = 0;
+    int Columns = 0; // characters that it is laid out for; 0 leaves it to the view
     // A handler that sets the key or the character to 0 has used it up: the field does not see it.
     std::function<void(int &keyCode, int shift)> KeyDown;
     std::function<void(int &charCode)> KeyPress;

@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLoggingCategory>
 #include <QWidget>
 
 #include <clocale>
@@ -55,6 +56,8 @@ void KeepLogs() {
 int main(int argc, char *argv[]) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The platform without a screen says of each window what it can't do.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     zrt::InstallQuietStyle();

@@ -21,7 +21,9 @@ namespace {
 constexpr int kMinimumWidth = 760;
 constexpr int kMargin = 14;
 constexpr int kCallColumns = 12; // ten of a call, and room for the caret and a "?"
-constexpr int kExchangeColumns = 20;
+// Of the exchange, between the short ones and the notes of a Generic log.
+constexpr int kLeastExchangeColumns = 8;
+constexpr int kMostExchangeColumns = 24;
 constexpr double kFieldScale = 2.3;
 constexpr std::size_t kModeLabelWidth = 6; // characters beside the table; more goes above it
 
@@ -100,23 +102,32 @@ QLayout *BuildNumbers() {
 }
 
 // Captions, or the DUPE line in their place; the two fields; the buttons.
-QLayout *BuildFields() {
+QGridLayout *BuildFields() {
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(Lines(0.8));
     grid->setVerticalSpacing(2);
     grid->addWidget(NewLabel(LogForm, LogForm.lblCallsign, kCaptionLook), 0, 0);
     grid->addWidget(NewLabel(LogForm, LogForm.lblExchange, kCaptionLook), 0, 1);
-    grid->addWidget(NewLabel(LogForm, LogForm.lblDupe, kDupeLook), 0, 0, 1, 3);
+    grid->addWidget(NewLabel(LogForm, LogForm.lblDupe, kDupeLook), 0, 0, 1, 4);
     grid->addWidget(NewField(LogForm, LogForm.InData[0], kCallColumns, kFieldScale), 1, 0);
-    grid->addWidget(NewField(LogForm, LogForm.InData[1], kExchangeColumns, kFieldScale), 1, 1);
+    grid->addWidget(NewField(LogForm, LogForm.InData[1], kLeastExchangeColumns, kFieldScale), 1, 1);
     auto *buttons = new QVBoxLayout;
     buttons->setSpacing(2);
     buttons->addWidget(NewButton(LogForm, LogForm.AddButton));
     buttons->addWidget(NewButton(LogForm, LogForm.CancelButton));
-    grid->addLayout(buttons, 1, 2, Qt::AlignVCenter);
+    grid->addLayout(buttons, 1, 3, Qt::AlignVCenter);
     grid->setColumnStretch(0, kCallColumns);
-    grid->setColumnStretch(1, kExchangeColumns);
     return grid;
+}
+
+// The exchange field is as wide as the contest's exchange asks; the rest of its place stays empty.
+void LayOutExchange(QGridLayout &grid) {
+    const int columns = LogForm.InData[1].Columns;
+    const int shown = columns > 0 ? std::min(columns, kMostExchangeColumns) : kMostExchangeColumns;
+    if (grid.columnStretch(1) == shown)
+        return;
+    grid.setColumnStretch(1, shown);
+    grid.setColumnStretch(2, kMostExchangeColumns - shown);
 }
 
 // Needed or worked, the country; below it the bands. `modeLine` shows what is too long to stand
@@ -161,7 +172,7 @@ QLayout *BuildFooter() {
     return row;
 }
 
-QWidget *BuildLogPage(PlaceLabel *modeLine) {
+QWidget *BuildLogPage(PlaceLabel *modeLine, QLayout *fields) {
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
     column->setContentsMargins(kMargin, Lines(0.4), kMargin, Lines(0.4));
@@ -170,7 +181,7 @@ QWidget *BuildLogPage(PlaceLabel *modeLine) {
     column->addWidget(new RuleLine(nullptr));
     column->addLayout(BuildNumbers());
     column->addSpacing(Lines(0.2));
-    column->addLayout(BuildFields());
+    column->addLayout(fields);
     column->addLayout(BuildNeeds(modeLine));
     column->addWidget(new RuleLine(nullptr));
     column->addLayout(BuildPriorContacts());
@@ -229,7 +240,8 @@ void BuildLogFormView() {
     auto *pages = new QStackedWidget;
     auto *modeLine = new PlaceLabel(kNeededOnLook, nullptr);
     modeLine->setObjectName(QStringLiteral("ModeLine"));
-    auto *logPage = BuildLogPage(modeLine);
+    auto *fields = BuildFields();
+    auto *logPage = BuildLogPage(modeLine, fields);
     auto *emptyPage = BuildEmptyPage();
     pages->addWidget(emptyPage);
     pages->addWidget(logPage);
@@ -242,6 +254,7 @@ void BuildLogFormView() {
         if (pages->currentWidget() != page)
             pages->setCurrentWidget(page);
         PlaceModeLabel(*beside, *modeLine);
+        LayOutExchange(*fields);
     });
 }
 

@@ -186,5 +186,22 @@ TEST_F(Views, TheChooserIsWorkedWithTheKeyboard) {
     HideForm(ChCoForm);
 }
 
+TEST_F(Views, TheExchangeFieldIsAsWideAsTheContestsExchangeAsks) {
+    const auto widthFor = [](int columns) {
+        LogForm.InData[0].Visible = LogForm.InData[1].Visible = true;
+        LogForm.InData[1].Columns = columns;
+        Turn();
+        QWidget *window = ViewOf(LogForm);
+        window->resize(1000, window->height());
+        Turn();
+        return window->findChild<QWidget *>(QStringLiteral("InData(1)"))->width();
+    };
+    const int oneWord = widthFor(8);
+    const int exchange = widthFor(18);
+    const int notes = widthFor(24);
+    EXPECT_LT(oneWord, exchange);
+    EXPECT_LT(exchange, notes);
+}
+
 } // namespace
 } // namespace zrt
