@@ -2,6 +2,7 @@
 
 #include "app/about_box.h"
 #include "app/band_mode.h"
+#include "app/edit_menu.h"
 #include "app/exit.h"
 #include "app/file_menu.h"
 #include "entry/keyboard.h"
@@ -27,6 +28,7 @@ void WireMenus() {
     LogForm.mnuFileNew.Click = FileNew;
     LogForm.mnuFileSave.Click = [] { (void)FileSaveAs(); }; // a failure has been told
     LogForm.mnuFileExit.Click = ExitProgram;
+    LogForm.mnuEditMarkDecade.Click = MarkDecade;
     LogForm.mnuModeCW.Click = [] { SwitchMode(false); };
     LogForm.mnuModePhone.Click = [] { SwitchMode(true); };
     LogForm.mnuBandMode.Click = ShowBandMode;

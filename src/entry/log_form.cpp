@@ -4,6 +4,7 @@
 #include "session/contests.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
+#include "session/settings.h"
 
 namespace zrt {
 
@@ -50,6 +51,7 @@ int ExchangeColumns() {
 void EnableLogMenus(bool enabled) {
     LogForm.mnuFileSave.Enabled = enabled;
     LogForm.mnuEdit.Enabled = enabled;
+    LogForm.mnuEditMarkDecade.Visible = Extensions.StoreDecade;
     LogForm.mnuView.Enabled = enabled;
     LogForm.mnuRadioWK.Enabled = enabled;
     LogForm.mnuBandMode.Enabled = enabled;
@@ -68,6 +70,7 @@ void NameMenus() {
     NameMenu(LogForm.mnuFileSave, "Save As...", "mnuFile");
     NameMenu(LogForm.mnuFileExit, "Exit", "mnuFile");
     NameMenu(LogForm.mnuEdit, "Edit", "");
+    NameMenu(LogForm.mnuEditMarkDecade, "Mark Years as 2020 to 2029...", "mnuEdit");
     NameMenu(LogForm.mnuView, "View", "");
     NameMenu(LogForm.mnuMode, "Mode", "");
     NameMenu(LogForm.mnuModeCW, "CW", "mnuMode");
@@ -116,6 +119,7 @@ void RegisterLogForm() {
         {"mnuFileSave", &LogForm.mnuFileSave, "Give the log a name"},
         {"mnuFileExit", &LogForm.mnuFileExit, "End the program"},
         {"mnuEdit", &LogForm.mnuEdit, "Edit menu"},
+        {"mnuEditMarkDecade", &LogForm.mnuEditMarkDecade, "Give all contacts their decade"},
         {"mnuView", &LogForm.mnuView, "View menu"},
         {"mnuMode", &LogForm.mnuMode, "Mode menu"},
         {"mnuModeCW", &LogForm.mnuModeCW, "Log CW contacts"},

@@ -13,7 +13,7 @@ namespace zrt {
 struct LogFormWindow : Form {
     // File, New and the others of the menu bar.
     MenuItem mnuFile, mnuFileNew, mnuFileSave, mnuFileExit;
-    MenuItem mnuEdit, mnuView;
+    MenuItem mnuEdit, mnuEditMarkDecade, mnuView;
     MenuItem mnuMode, mnuModeCW, mnuModePhone, mnuBandMode;
     MenuItem mnuRadioWK;
     MenuItem mnuHelp, mnuHelpAbout;

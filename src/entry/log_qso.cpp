@@ -266,15 +266,6 @@ void ShowLastEntry() {
                               "  Pts " + PointsText(entry);
 }
 
-// A contact is on disk before its fields clear. After a failure that the operator gives up on it
-// stays owed, and the warning stays in sight.
-void WriteContact() {
-    while (const int error = WriteOwedEntries())
-        if (WriteErrorAction(error) != FileAction::Retry)
-            break;
-    ShowOwedEntries();
-}
-
 // The county-line station's second county is entered next: its call and number are offered again.
 bool OfferSecondCounty() {
     if (Contest.ContestId != kZrt || !Entry.CountyLineFlag)
@@ -336,7 +327,7 @@ void LogQso(i16 fieldIndex, i16 shift) {
     StampEntry();
     QsoHooks.ShowWorkedCountries();
     ShowLastEntry();
-    WriteContact();
+    BringToDisk(); // before the fields clear
     ++Log.NextEntry;
     QsoHooks.UpdateStatistics(false);
     if (Entry.NewMultFlag)
@@ -348,6 +339,13 @@ void LogQso(i16 fieldIndex, i16 shift) {
     if (OfferSecondCounty())
         return;
     SendNextMessage(afterApostrophe, shift);
+}
+
+void BringToDisk() {
+    while (const int error = WriteOwedEntries())
+        if (WriteErrorAction(error) != FileAction::Retry)
+            break;
+    ShowOwedEntries();
 }
 
 void ShowScore() {

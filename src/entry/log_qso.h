@@ -45,6 +45,10 @@ extern LogQsoHooks QsoHooks;
 // fields as typed, with the bad part selected and the focus there. May pump.
 void LogQso(i16 fieldIndex, i16 shift);
 
+// Writes the contacts that are owed to the disk, and asks after a failure. What the operator gives
+// up on stays owed, and the warning line names it. May pump.
+void BringToDisk();
+
 // "Score: " and "Mults:  ", or the countries by mode in Generic.
 void ShowScore();
 

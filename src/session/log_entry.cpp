@@ -160,4 +160,9 @@ i16 DateCode(int year, int month, int day) {
     return static_cast<i16>(tens ? -code : code);
 }
 
+bool IsYear200x(i16 dateCode) {
+    constexpr i16 kFirstCode = 21000; // month 1 and 20
+    return dateCode >= kFirstCode;
+}
+
 } // namespace zrt

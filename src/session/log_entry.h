@@ -74,5 +74,7 @@ bool IsVoid(const OldEntry26 &entry);
 // whole is negative for 2010 to 2019. Compare codes for equality, never for order.
 // Year is complete, month 1 to 12, day 1 to 31.
 i16 DateCode(int year, int month, int day);
+// Whether a code reads as a year from 2000 to 2009, which years from 2020 on share.
+bool IsYear200x(i16 dateCode);
 
 } // namespace zrt
