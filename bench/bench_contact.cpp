@@ -68,7 +68,7 @@ void LogContacts(benchmark::State &state, bool sync) {
         Files.Sync = NoSync;
     Percentiles percentiles;
     int n = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         TypeKeys("K" + std::to_string(10000 + n++));
         percentiles.Time(state, [] { OfferKey(LogForm, {kKeyEnter, 0, 0}); });
     }
@@ -87,7 +87,7 @@ void WriteRecords(benchmark::State &state, bool sync) {
     const std::array<std::byte, kEntryLength> record{};
     Percentiles percentiles;
     std::uint64_t n = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         percentiles.Time(state, [&] {
             OpenedFile file;
             int error = file.Open(path, OpenMode::Update);
