@@ -55,11 +55,20 @@ window=$(timeout 60 xdotool search --sync --onlyvisible --name '^ZRTLOG$' | head
 [[ -n $window ]] || Fail "no window: $(cat "$work/zrtlog.log")"
 xdotool windowactivate --sync "$window"
 
-# The mouse opens File, the keys choose New and, in the chooser, the last row: Generic.
-xdotool mousemove --window "$window" 18 12 click 1
-sleep 0.3
-xdotool key Down Return
-chooser=$(timeout 60 xdotool search --sync --onlyvisible --name '^Choose Contest$' | head -n 1)
+# The mouse opens File, the keys choose New and, in the chooser, the last row: Generic. On a machine
+# under load the keys may come before the menu; then it is tried again.
+OpenChooser() {
+    xdotool mousemove --window "$window" 18 12 click 1
+    sleep 0.3
+    xdotool key Down Return
+    timeout 5 xdotool search --sync --onlyvisible --name '^Choose Contest$' | head -n 1
+}
+for attempt in 1 2 3 4 5; do
+    chooser=$(OpenChooser || true)
+    [[ -z $chooser ]] || break
+    echo "attempt $attempt: no chooser yet"
+    xdotool key Escape
+done
 [[ -n $chooser ]] || Fail "no chooser"
 xdotool windowactivate --sync "$chooser" key End Return
 WaitFor HasSize "$log" 26
