@@ -62,9 +62,8 @@ bool MayWriteTo(const std::string &path) {
 
 // The source goes only when the copy is safely on the disk.
 bool MoveLogTo(const std::string &path) {
-    while (const int error = CopyFile(Log.LogFileName, path))
-        if (WriteErrorAction(error) != FileAction::Retry)
-            return false;
+    if (!WithRetry([&path] { return CopyFile(Log.LogFileName, path); }))
+        return false;
     (void)Files.Remove(Log.LogFileName); // a temporary log that stays is offered as recovery
     Log.LogFileName = path;
     Log.LogState = kUsersName;

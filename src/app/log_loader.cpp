@@ -31,14 +31,6 @@ void TellNotALog() {
                     BoxButtons::Ok, BoxIcon::Exclamation});
 }
 
-// Runs a step that touches the disk until it works or the operator gives up.
-template <typename Step> bool WithRetry(Step step) {
-    while (const int error = step())
-        if (WriteErrorAction(error) != FileAction::Retry)
-            return false;
-    return true;
-}
-
 void GiveUpLog() {
     Log.LogState = kNoLog;
     ShowForm(LogForm);

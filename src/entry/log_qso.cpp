@@ -342,9 +342,7 @@ void LogQso(i16 fieldIndex, i16 shift) {
 }
 
 void BringToDisk() {
-    while (const int error = WriteOwedEntries())
-        if (WriteErrorAction(error) != FileAction::Retry)
-            break;
+    (void)WithRetry(WriteOwedEntries); // what is given up stays owed
     ShowOwedEntries();
 }
 

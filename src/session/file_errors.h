@@ -30,4 +30,13 @@ FileAction FileErrorAction(int errorNumber);
 // the system's text with Retry and Cancel. May pump.
 FileAction WriteErrorAction(int systemError);
 
+// Runs a step that touches the disk, and returns 0 or the system's error, until it works. False if
+// the operator gives it up. May pump.
+template <typename Step> [[nodiscard]] bool WithRetry(Step step) {
+    while (const int error = step())
+        if (WriteErrorAction(error) != FileAction::Retry)
+            return false;
+    return true;
+}
+
 } // namespace zrt
