@@ -46,19 +46,13 @@ FillIn() {
     fi
 }
 
+# The build has put together what a first installation holds.
 FillProgramFolder() {
     local folder=${XDG_DATA_HOME:-$HOME/.local/share}/zrtlog file name
     echo "The program's folder is $folder"
     while IFS= read -r -d '' file; do
-        FillIn "data/$file" "$folder/$file"
-    done < <(find data -type f -printf '%P\0' | sort -z)
-    # The country file and the list of known calls come from Debian; there their names vary in case.
-    while IFS= read -r file; do
-        name=$(basename "${file,,}")
-        if [[ -f $file && ($name == cty.dat || $name == master.scp) ]]; then
-            FillIn "$file" "$folder/$name"
-        fi
-    done < <(dpkg -L hamradio-files 2>/dev/null || true)
+        FillIn "build/release/data/$file" "$folder/$file"
+    done < <(find build/release/data -type f -printf '%P\0' | sort -z)
     for name in cty.dat master.scp; do
         if [[ -z $(find "$folder" -maxdepth 1 -iname "$name" -print -quit) ]]; then
             echo "There is no $name: put one into that folder." >&2
@@ -80,7 +74,7 @@ FindDisplay() {
 }
 
 Demonstrate() {
-    Build zrtlog-demo
+    Build zrtlog-demo program_data
     mkdir -p demo
     QT_QPA_PLATFORM=offscreen build/release/bin/zrtlog-demo tests/scenarios/demonstration.scn demo/
     echo
@@ -122,6 +116,6 @@ if [[ -z $display ]]; then
     Demonstrate
     exit 0
 fi
-Build zrtlog
+Build zrtlog program_data
 FillProgramFolder
 QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-$display} exec build/release/bin/zrtlog

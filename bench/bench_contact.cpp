@@ -2,35 +2,18 @@
 // write of a record with and without the sync.
 #include "app/contest_chooser.h"
 #include "app/file_menu.h"
-#include "app/start_up.h"
+#include "bench/bench_folder.h"
 #include "bench/percentiles.h"
 #include "entry/log_form.h"
 #include "headless/devices.h"
 #include "platform/files.h"
-#include "platform/program.h"
 #include "session/log_file.h"
-#include "session/session_flags.h"
 
 #include <array>
-#include <cstdlib>
-#include <filesystem>
 
 namespace zrt {
 
 namespace {
-
-// A folder on the disk that the benchmarks are run from; a memory file system would sync for free.
-class BenchFolder {
-  public:
-    BenchFolder() {
-        std::string name = std::filesystem::current_path().string() + "/bench-XXXXXX";
-        Path = std::string(mkdtemp(name.data())) + "/";
-    }
-    ~BenchFolder() { std::filesystem::remove_all(Path); }
-    BenchFolder(const BenchFolder &) = delete;
-    BenchFolder &operator=(const BenchFolder &) = delete;
-    std::string Path;
-};
 
 int NoSync(int) {
     return 0;
@@ -46,13 +29,7 @@ void TypeKeys(const std::string &text) {
 }
 
 void StartGenericLog(const std::string &folder) {
-    InstallHeadlessDoors();
-    Devices.ProgramFolder = folder;
-    std::filesystem::copy(ZRT_SHIPPED_DATA, folder, std::filesystem::copy_options::recursive);
-    RegisterWindows();
-    Log = {};
-    Session = {};
-    StartProgram();
+    StartInFolder(folder);
     Devices.Operator = [] {
         ChCoForm.lstContest.ListIndex = 12;
         ClickControl(ChCoForm.cmdOK);

@@ -1,12 +1,89 @@
 #include "app/edit_menu.h"
 
+#include "app/file_menu.h"
+#include "app/log_loader.h"
+#include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "platform/dialogs.h"
+#include "platform/files.h"
+#include "session/bands.h"
+#include "session/contests.h"
+#include "session/file_errors.h"
 #include "session/log_file.h"
+#include "session/radio_state.h"
+#include "session/session_flags.h"
+#include "session/settings.h"
+
+#include <algorithm>
 
 namespace zrt {
 
+EditMenuHooks EditMenu;
+
 namespace {
+
+bool HasEntries(const char *complaint) {
+    if (Log.NextEntry > 1)
+        return true;
+    ShowMessageBox({complaint, "No Log Entries", BoxButtons::Ok, BoxIcon::Exclamation});
+    return false;
+}
+
+bool Confirm(const char *question, int defaultButton) {
+    return ShowMessageBox({question, "Confirm kill", BoxButtons::YesNo, BoxIcon::Question,
+                           defaultButton}) == BoxAnswer::Yes;
+}
+
+// Reads the open log again and rebuilds all that is derived from it. What is owed to the disk would
+// be gone: the callers settle it first.
+void RescanOpenLog() {
+    WriteSettings(true);
+    Session.RescanInPlace = true;
+    LoadLog(0);
+}
+
+// ---- Kill All
+
+std::string KeptLog(int number) {
+    return Session.AppPath + "KilledLog " + std::to_string(number) + ".zrt";
+}
+
+// Three killed logs are kept whole: number 1 is the newest.
+int KeepKilledLog() {
+    if (const int error = CopyFile(Log.LogFileName, Session.AppPath + "KilledLog.new"))
+        return error;
+    for (int number = 2; number >= 1; --number)
+        if (Files.Exists(KeptLog(number)))
+            if (const int error = Files.Rename(KeptLog(number), KeptLog(number + 1)))
+                return error;
+    return Files.Rename(Session.AppPath + "KilledLog.new", KeptLog(1));
+}
+
+// KilledFile.zrt is written from the entries of the old formats, in every log: that of a log of
+// today's format has its header and as many empty records.
+template <typename Entry> void PutEntries(FileBytes &bytes, const std::vector<Entry> &entries) {
+    constexpr std::size_t length = sizeof(Encode(Entry()));
+    bytes.resize(static_cast<std::size_t>(Log.NextEntry) * length);
+    for (i16 n = 1; n < Log.NextEntry; ++n)
+        std::ranges::copy(Encode(entries[n]),
+                          bytes.begin() + static_cast<std::ptrdiff_t>(n * length));
+}
+
+int WriteKilledFile() {
+    FileBytes bytes;
+    if (Contest.ContestId == kSprint || Contest.ContestId == kNaqp)
+        PutEntries(bytes, Log.OldEntries36);
+    else // a Generic log as well
+        PutEntries(bytes, Log.OldEntries26);
+    std::ranges::copy(Encode(Log.KeptHeader), bytes.begin());
+    return ReplaceFile(Session.AppPath + "KilledFile.zrt", bytes);
+}
+
+int EmptyLogFile() {
+    return ReplaceFile(Log.LogFileName, Encode(Log.KeptHeader));
+}
+
+// ---- Mark Years
 
 constexpr const char *kTitle = "Mark Years";
 
@@ -28,6 +105,43 @@ void MarkEntry(i16 n) {
 }
 
 } // namespace
+
+void KillLastEntry() {
+    if (!HasEntries("No Entries in Log, so can't kill last entry.") ||
+        !Confirm("Kill last log entry?", 1))
+        return;
+    --Log.NextEntry;
+    std::erase_if(Log.Unwritten, [](i16 n) { return n >= Log.NextEntry; });
+    ShowOwedEntries();
+    SetFocus(LogForm.InData[0]);
+    WriteQSONrLabel();
+    // 6 m and above count as phone here, whatever their mode.
+    const i16 band = CurrentBand();
+    LogForm.QSONrLabel.Caption = "QSO Nr " + std::to_string(Log.NextEntry) + "    (" +
+                                 LongBandName(band) + (band < 9 ? " CW)" : " SSB)");
+}
+
+void KillAllEntries() {
+    if (!HasEntries("No Entries in Log, so can't kill allentries.") ||
+        !Confirm("Kill ALL log entries?\nIf you do so, a backup file is created, called "
+                 "KilledFile.zrt.",
+                 2))
+        return;
+    // Nothing is deleted before its copy is safely there.
+    if (Extensions.KeepKilledLog && !WithRetry(KeepKilledLog))
+        return;
+    if (!WithRetry(WriteKilledFile) || !WithRetry(EmptyLogFile))
+        return;
+    Log.Unwritten.clear();
+    RescanOpenLog();
+}
+
+void EditLastEntry() {
+    if (!HasEntries("No Entries in Log, so can't edit last entry."))
+        return;
+    if (EditMenu.EditLastEntry() && SettleOwedEntries())
+        RescanOpenLog();
+}
 
 void MarkDecade() {
     if (!HasSomethingToMark())

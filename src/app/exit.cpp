@@ -1,12 +1,14 @@
 #include "app/exit.h"
 
 #include "app/file_menu.h"
-#include "app/start_hooks.h"
 #include "platform/dialogs.h"
 #include "platform/program.h"
 #include "session/log_file.h"
+#include "session/settings.h"
 
 namespace zrt {
+
+void (*CloseWinkeyer)() = [] {};
 
 namespace {
 
@@ -31,8 +33,8 @@ bool MayExit() {
 void ExitProgram() {
     if (!MayExit())
         return;
-    Starting.WriteSettings(true);
-    Starting.CloseWinkeyer();
+    WriteSettings(true);
+    CloseWinkeyer();
     EndProgram(0);
 }
 

@@ -1,6 +1,7 @@
 #include "app/file_menu.h"
 
 #include "app/log_loader.h"
+#include "app/recent_files.h"
 #include "app/session_reset.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
@@ -10,6 +11,7 @@
 #include "session/file_errors.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
+#include "session/settings.h"
 
 namespace zrt {
 
@@ -19,28 +21,29 @@ std::string TemporaryPath() {
     return Session.AppPath + kTempLogName;
 }
 
-// Whether the open log may be replaced; asks about it.
-bool MayReplaceLog() {
+// Whether the open log may be replaced; asks about it, and lets it go.
+bool LetGoOfLog(const std::string &question) {
     if (Log.LogState == kUsersName) {
-        const BoxAnswer answer =
-            ShowMessageBox({"A log file is already open.  Do you want to start a new one? ",
-                            "Log Already Opened", BoxButtons::YesNo, BoxIcon::Question, 2});
+        const BoxAnswer answer = ShowMessageBox(
+            {question, "Log Already Opened", BoxButtons::YesNo, BoxIcon::Question, 2});
         if (answer != BoxAnswer::Yes || !SettleOwedEntries())
             return false;
-        Session.ReplacingLog = true;
-        return true;
+    } else if (Log.LogState == kTemporaryName) {
+        const BoxAnswer answer = ShowMessageBox({"Save current log file? ", "Save Current File?",
+                                                 BoxButtons::YesNoCancel, BoxIcon::Question});
+        // A Save As that is cancelled or fails must not lead to the deletion of the only copy.
+        if (answer == BoxAnswer::Cancel || (answer == BoxAnswer::Yes && !FileSaveAs()))
+            return false;
     }
-    if (Log.LogState != kTemporaryName) {
-        Session.ReplacingLog = false;
-        return true;
-    }
-    Session.ReplacingLog = true;
-    const BoxAnswer answer = ShowMessageBox({"Save current log file? ", "Save Current File?",
-                                             BoxButtons::YesNoCancel, BoxIcon::Question});
-    if (answer == BoxAnswer::Cancel)
-        return false;
-    // A Save As that is cancelled or fails must not lead to the deletion of the only copy.
-    return answer == BoxAnswer::No || FileSaveAs();
+    Session.ReplacingLog = Log.LogState != kNoLog;
+    if (Session.ReplacingLog)
+        WriteSettings(true);
+    DeleteTemporaryLog();
+    Log.LogState = kNoLog;
+    Session.RescanInPlace = false;
+    ResetSession();
+    ShowForm(LogForm);
+    return true;
 }
 
 bool HasLogExtension(const std::string &path) {
@@ -73,17 +76,12 @@ bool MoveLogTo(const std::string &path) {
 } // namespace
 
 void FileNew() {
-    if (!MayReplaceLog())
+    if (!LetGoOfLog("A log file is already open.  Do you want to start a new one? "))
         return;
-    DeleteTemporaryLog();
-    Log.LogState = kNoLog;
-    Session.RescanInPlace = false;
-    ResetSession();
-    ShowForm(LogForm);
     Session.OpenLogRequested = false;
     Session.NewLogRequested = true;
     Log.LogFileName = TemporaryPath();
-    LoadLog();
+    LoadLog(0);
     if (Session.ChooserCancelled || Log.LogState == kNoLog) {
         Session.ReplacingLog = false;
         return;
@@ -92,16 +90,42 @@ void FileNew() {
     LogForm.lblLog.Caption = LogLabel(LabelTable::New, "[Unnamed]");
 }
 
+void FileOpen(int fileNumber) {
+    if (!LetGoOfLog("A log file is already open.  Do you want to open a different one?"))
+        return;
+    Session.OpenLogRequested = true;
+    Session.NewLogRequested = false;
+    Contest.ContestId =
+        kNoContest; // a file that is no log must not pass as one of the last contest
+    LoadLog(fileNumber);
+    Session.ReplacingLog = Session.ChooserCancelled = false;
+}
+
+void FileOpenRecent(int fileNumber) {
+    const std::string &path = Settings.RecentFile[static_cast<std::size_t>(fileNumber) - 1];
+    OpenedFile file;
+    if (file.Open(path, OpenMode::Read) == 0) {
+        FileOpen(fileNumber);
+        return;
+    }
+    ShowMessageBox({"The selected data file " + path + " doesn't exist.  Make another selection.",
+                    "File Opening Error", BoxButtons::Ok, BoxIcon::Exclamation});
+}
+
 bool FileSaveAs() {
+    WriteSettings(true);
     if (Log.LogState == kUsersName)
         return true; // the contacts are on the disk already
     if (!SettleOwedEntries())
         return false;
-    const auto path = ShowFileDialog({"Save Current Log As", Session.AppPath,
+    const auto path = ShowFileDialog({"Save Current Log As", Settings.OpenFilePath,
                                       "ZRT logs (*.ZRT)|*.ZRT|All files (*.*)|*.*", "ZRT", true});
     if (!path || !MayWriteTo(*path) || !MoveLogTo(*path))
         return false;
+    TakeRecentFile(*path);
+    WriteSettings(true);
     LogForm.lblLog.Caption = LogLabel(LabelTable::SaveAs, NameOf(*path));
+    LogForm.mnuFileBackup.Enabled = true;
     return true;
 }
 

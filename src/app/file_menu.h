@@ -7,6 +7,13 @@ namespace zrt {
 // pump.
 void FileNew();
 
+// File, Open: asks about the open log, and opens the recent log number, 1 to 4, or for 0 one of the
+// operator's choice. May pump.
+void FileOpen(int fileNumber);
+
+// An entry of the recent logs: as FileOpen, if the file can still be read. May pump.
+void FileOpenRecent(int fileNumber);
+
 // File, Save As: gives the unnamed log a name. False if it is still unnamed: cancelled or failed.
 // May pump.
 bool FileSaveAs();

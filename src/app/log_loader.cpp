@@ -2,11 +2,14 @@
 
 #include "app/background.h"
 #include "app/contest_chooser.h"
+#include "app/log_conversion.h"
 #include "app/main_clock.h"
+#include "app/recent_files.h"
 #include "app/rescan.h"
 #include "app/session_reset.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
+#include "entry/multipliers.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/program.h"
@@ -16,6 +19,10 @@
 #include "session/log_file.h"
 #include "session/radio_state.h"
 #include "session/session_flags.h"
+#include "session/settings.h"
+
+#include <algorithm>
+#include <cerrno>
 
 namespace zrt {
 
@@ -29,6 +36,25 @@ constexpr std::size_t kTaskWidth = 40; // characters of a file name that fit the
 void TellNotALog() {
     ShowMessageBox({"The file " + NameOf(Log.LogFileName) + " is not a ZRT log.", kErrorTitle,
                     BoxButtons::Ok, BoxIcon::Exclamation});
+}
+
+// The log that the operator asks for. False if he cancels.
+bool TakeLogName(int fileNumber) {
+    if (Session.RescanInPlace || Log.LogState == kTemporaryName)
+        return true;
+    if (fileNumber == 0) {
+        const auto path = ShowFileDialog(
+            {"Open Existing ZRT Log File", Settings.OpenFilePath, "ZRT logs (*.ZRT)|*.ZRT", "ZRT"});
+        if (!path) {
+            Session.ChooserCancelled = true;
+            return false;
+        }
+        Log.LogFileName = *path;
+    } else {
+        Log.LogFileName = Settings.RecentFile[static_cast<std::size_t>(fileNumber) - 1];
+    }
+    Log.LogState = kUsersName;
+    return true;
 }
 
 void GiveUpLog() {
@@ -63,30 +89,54 @@ bool RefuseIncompatible(const LogHeader &header) {
     return true;
 }
 
+// False if the file can't be read, or is no log: too short for a header, or of no contest.
 bool TakeHeader() {
-    const int error = ReadHeader(Log.LogFileName, Log.Header);
-    const bool known = error == 0 && (Contest.ContestId != kNoContest ||
-                                      ContestOfTag(Log.Header.ContestTag.Whole()) != kNoContest);
-    if (!known) {
+    bool tooShort = false;
+    const bool read = WithRetry([&tooShort] {
+        const int error = ReadHeader(Log.LogFileName, Log.Header);
+        tooShort = error == EINVAL;
+        return tooShort ? 0 : error;
+    });
+    if (!read)
+        return false;
+    if (tooShort || (Contest.ContestId == kNoContest &&
+                     ContestOfTag(Log.Header.ContestTag.Whole()) == kNoContest)) {
         TellNotALog();
-        GiveUpLog();
         return false;
     }
     Log.KeptHeader = Log.Header;
-    if (RefuseIncompatible(Log.Header))
-        return false;
-    Log.CurrentFormat = Log.Header.FormatFlag == 1;
-    TakeContest(Log.Header);
     return true;
 }
 
-bool OpenExistingLog() {
+void RememberLog() {
+    if (NameOf(Log.LogFileName) != kTempLogName) // gone tomorrow
+        TakeRecentFile(Log.LogFileName);
+    WriteSettings(false);
+}
+
+bool OpenExistingLog(int fileNumber) {
+    if (!TakeLogName(fileNumber)) {
+        ShowForm(LogForm);
+        return false;
+    }
+    RememberLog();
     ShowForm(LogForm);
     if (Session.ReplacingLog || Session.RescanInPlace) {
         ResetSession();
         ShowForm(LogForm);
     }
-    return TakeHeader();
+    if (!TakeHeader()) {
+        GiveUpLog();
+        return false;
+    }
+    if (RefuseIncompatible(Log.Header))
+        return false;
+    Log.CurrentFormat = Log.Header.FormatFlag == 1;
+    TakeContest(Log.Header);
+    if (BringLogUpToDate())
+        return true;
+    GiveUpLog();
+    return false;
 }
 
 void ShowProgress(const char *task) {
@@ -132,6 +182,24 @@ void SetBands() {
     Radios.LogRadio = Radios.TXRadio = 1;
 }
 
+// The windows' places in the contest. A place without a size asks for the default.
+void PlaceWindows() {
+    constexpr i16 kLeastMacroHeight = 3100; // twips; all rows of it show
+    constexpr i16 kLeastAudioWidth = 3000;
+    const auto &rows = Settings.Windows[static_cast<std::size_t>(Contest.ContestId) - 1];
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const NamedForm *form = FindForm(kWindowNames[i]);
+        const WindowInfo &row = rows[i];
+        if (form == nullptr || row.Height <= 0 || row.Width <= 0)
+            continue;
+        Form &window = *form->Record;
+        window.Left = row.Left;
+        window.Top = row.Top;
+        window.Width = i == kAudio ? std::max(row.Width, kLeastAudioWidth) : row.Width;
+        window.Height = i == kViewMac ? std::max(row.Height, kLeastMacroHeight) : row.Height;
+    }
+}
+
 void ShowOpenLog() {
     ShowEntryFields();
     ShowScore();
@@ -146,14 +214,14 @@ void ShowOpenLog() {
 
 } // namespace
 
-void LoadLog() {
+void LoadLog(int fileNumber) {
     Session.ChooserCancelled = false;
     Log.CurrentFormat = false;
     const bool newLog = Session.NewLogRequested;
-    if (newLog ? !MakeNewLog() : !OpenExistingLog())
+    if (newLog ? !MakeNewLog() : !OpenExistingLog(fileNumber))
         return;
     SetUpContest();
-    LoaderHooks.FillMultiplierTable();
+    FillMultiplierTables();
     // A new log that replaces an old one has no entries to read.
     const bool nothingToRead =
         Session.ReplacingLog && !Session.OpenLogRequested && !Session.RescanInPlace;
@@ -162,6 +230,7 @@ void LoadLog() {
     else if (!TakeEntries())
         return;
     SetBands();
+    PlaceWindows();
     LoaderHooks.CalibrateCw();
     ShowOpenLog();
 }

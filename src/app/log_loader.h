@@ -5,16 +5,16 @@
 namespace zrt {
 
 struct LogLoaderHooks {
-    // The contest's multiplier table, before the entries are scanned.
-    void (*FillMultiplierTable)() = [] {};
     // The windows of the open log, in the places of the settings.
     void (*ShowWindows)() = [] {};
     void (*CalibrateCw)() = [] {};
 };
 extern LogLoaderHooks LoaderHooks;
 
-// Loads what the flags ask for; the log's name is LogFileName. If it can't, the operator has been
-// told, LogState is 0 and the main window shows without a log. May pump.
-void LoadLog();
+// Loads what the flags ask for: a new log; the log LogFileName, when it is recovered or read again;
+// otherwise the recent log fileNumber, 1 to 4, or for 0 the one that the operator chooses in a
+// dialog. If it can't, the operator has been told, LogState is 0 and the main window shows without
+// a log. May pump.
+void LoadLog(int fileNumber);
 
 } // namespace zrt

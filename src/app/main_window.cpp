@@ -1,6 +1,7 @@
 #include "app/main_window.h"
 
 #include "app/about_box.h"
+#include "app/backup.h"
 #include "app/band_mode.h"
 #include "app/edit_menu.h"
 #include "app/exit.h"
@@ -26,8 +27,15 @@ void WireFields() {
 
 void WireMenus() {
     LogForm.mnuFileNew.Click = FileNew;
+    LogForm.mnuFileOpen.Click = [] { FileOpen(0); };
+    for (int i = 0; i < 4; ++i)
+        LogForm.mnuFileRecent[i].Click = [i] { FileOpenRecent(i + 1); };
+    LogForm.mnuFileBackup.Click = BackupLog;
     LogForm.mnuFileSave.Click = [] { (void)FileSaveAs(); }; // a failure has been told
     LogForm.mnuFileExit.Click = ExitProgram;
+    LogForm.mnuEditLast.Click = EditLastEntry;
+    LogForm.mnuEditKillLast.Click = KillLastEntry;
+    LogForm.mnuEditKillAll.Click = KillAllEntries;
     LogForm.mnuEditMarkDecade.Click = MarkDecade;
     LogForm.mnuModeCW.Click = [] { SwitchMode(false); };
     LogForm.mnuModePhone.Click = [] { SwitchMode(true); };

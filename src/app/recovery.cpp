@@ -49,7 +49,7 @@ void OfferRecovery() {
         return;
     }
     Log.LogState = kTemporaryName;
-    LoadLog();
+    LoadLog(0);
 }
 
 } // namespace zrt

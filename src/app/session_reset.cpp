@@ -43,11 +43,7 @@ void ResetSession() {
     ForgetEntry();
     Dupes = {};
     Statistics = {};
-    Log.NextEntry = 1;
-    Log.Unwritten.clear();
-    Log.WorkingEntry = {};
-    Log.WorkingOld26 = {};
-    Log.WorkingOld36 = {};
+    ForgetEntries();
 }
 
 } // namespace zrt

@@ -6,20 +6,21 @@
 #include "app/contest_chooser.h"
 #include "app/main_clock.h"
 #include "app/main_window.h"
+#include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/session_reset.h"
-#include "app/start_hooks.h"
 #include "entry/log_form.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/program.h"
 #include "session/log_file.h"
+#include "session/reference_data.h"
 #include "session/session_flags.h"
 #include "session/settings.h"
 
-namespace zrt {
+#include <algorithm>
 
-StartHooks Starting;
+namespace zrt {
 
 namespace {
 
@@ -55,24 +56,36 @@ bool TakeLock() {
 }
 
 bool TakeSettings() {
-    if (ReadSettings(Session.AppPath + kSettingsFile) != 0) {
+    if (ReadSettings() != 0) {
         ShowMessageBox({"Can't find or read startup files zrtlog125.ini or zrtlog121.dat.  Make "
                         "sure they are in the same drive/directory used to start program.",
                         "Error Reading Initiation Files", BoxButtons::Ok, BoxIcon::Critical});
         EndProgram(1);
         return false;
     }
-    CheckTimingMethod();
+    ShowRecentFiles();
     return true;
+}
+
+// The user's own values of the model that each radio is; a radio of another model keeps its own.
+void TakeRadioSettings() {
+    const auto &models = Settings.RadioUserSettings;
+    for (RadioSettings &radio : Settings.Radio) {
+        const auto model = std::find_if(models.begin(), models.end(), [&radio](const auto &row) {
+            return row.Name == radio.Name;
+        });
+        if (model != models.end())
+            radio = *model;
+    }
 }
 
 // False if the program is ending.
 bool ReadReferenceData() {
-    Starting.ReadCountries();
-    Starting.ReadMasterScp();
-    Starting.ReadCallMatch();
-    Starting.CopyRadioSettings();
-    Starting.ReadStartupData();
+    ReadCountries();
+    ReadMasterScp();
+    ReadCallMatch();
+    TakeRadioSettings();
+    ReadStartupData();
     return !Program.Ending;
 }
 

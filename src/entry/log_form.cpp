@@ -50,6 +50,7 @@ int ExchangeColumns() {
 
 void EnableLogMenus(bool enabled) {
     LogForm.mnuFileSave.Enabled = enabled;
+    LogForm.mnuFileBackup.Enabled = enabled && Log.LogState == kUsersName;
     LogForm.mnuEdit.Enabled = enabled;
     LogForm.mnuEditMarkDecade.Visible = Extensions.StoreDecade;
     LogForm.mnuView.Enabled = enabled;
@@ -67,9 +68,18 @@ void NameMenu(MenuItem &item, const char *caption, const char *parent) {
 void NameMenus() {
     NameMenu(LogForm.mnuFile, "File", "");
     NameMenu(LogForm.mnuFileNew, "New...", "mnuFile");
+    NameMenu(LogForm.mnuFileOpen, "Open...", "mnuFile");
     NameMenu(LogForm.mnuFileSave, "Save As...", "mnuFile");
+    NameMenu(LogForm.mnuFileBackup, "Backup", "mnuFile");
+    NameMenu(LogForm.mnuFileRecentBar, "-", "mnuFile");
+    for (MenuItem &entry : LogForm.mnuFileRecent)
+        NameMenu(entry, "", "mnuFile");
+    NameMenu(LogForm.mnuFileExitBar, "-", "mnuFile");
     NameMenu(LogForm.mnuFileExit, "Exit", "mnuFile");
     NameMenu(LogForm.mnuEdit, "Edit", "");
+    NameMenu(LogForm.mnuEditLast, "Edit Last Entry", "mnuEdit");
+    NameMenu(LogForm.mnuEditKillLast, "Kill Last Entry", "mnuEdit");
+    NameMenu(LogForm.mnuEditKillAll, "Kill All Entries", "mnuEdit");
     NameMenu(LogForm.mnuEditMarkDecade, "Mark Years as 2020 to 2029...", "mnuEdit");
     NameMenu(LogForm.mnuView, "View", "");
     NameMenu(LogForm.mnuMode, "Mode", "");
@@ -116,9 +126,20 @@ void RegisterLogForm() {
         {"Timer1", &LogForm.Timer1, "Clocks and statistics, every second"},
         {"mnuFile", &LogForm.mnuFile, "File menu"},
         {"mnuFileNew", &LogForm.mnuFileNew, "Start a new log"},
+        {"mnuFileOpen", &LogForm.mnuFileOpen, "Open a log"},
         {"mnuFileSave", &LogForm.mnuFileSave, "Give the log a name"},
+        {"mnuFileBackup", &LogForm.mnuFileBackup, "Copy the log to the backup drive"},
+        {"mnuFileRecentBar", &LogForm.mnuFileRecentBar, "Above the recent logs"},
+        {"mnuFileRecent(1)", &LogForm.mnuFileRecent[0], "Open the most recent log"},
+        {"mnuFileRecent(2)", &LogForm.mnuFileRecent[1], "Open a recent log"},
+        {"mnuFileRecent(3)", &LogForm.mnuFileRecent[2], "Open a recent log"},
+        {"mnuFileRecent(4)", &LogForm.mnuFileRecent[3], "Open a recent log"},
+        {"mnuFileExitBar", &LogForm.mnuFileExitBar, "Above Exit"},
         {"mnuFileExit", &LogForm.mnuFileExit, "End the program"},
         {"mnuEdit", &LogForm.mnuEdit, "Edit menu"},
+        {"mnuEditLast", &LogForm.mnuEditLast, "Edit the last contact"},
+        {"mnuEditKillLast", &LogForm.mnuEditKillLast, "Take back the last contact"},
+        {"mnuEditKillAll", &LogForm.mnuEditKillAll, "Empty the log"},
         {"mnuEditMarkDecade", &LogForm.mnuEditMarkDecade, "Give all contacts their decade"},
         {"mnuView", &LogForm.mnuView, "View menu"},
         {"mnuMode", &LogForm.mnuMode, "Mode menu"},

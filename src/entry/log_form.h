@@ -12,8 +12,10 @@ namespace zrt {
 
 struct LogFormWindow : Form {
     // File, New and the others of the menu bar.
-    MenuItem mnuFile, mnuFileNew, mnuFileSave, mnuFileExit;
-    MenuItem mnuEdit, mnuEditMarkDecade, mnuView;
+    MenuItem mnuFile, mnuFileNew, mnuFileOpen, mnuFileSave, mnuFileBackup;
+    MenuItem mnuFileRecentBar, mnuFileExitBar, mnuFileExit;
+    std::array<MenuItem, 4> mnuFileRecent; // named mnuFileRecent(1) to mnuFileRecent(4)
+    MenuItem mnuEdit, mnuEditLast, mnuEditKillLast, mnuEditKillAll, mnuEditMarkDecade, mnuView;
     MenuItem mnuMode, mnuModeCW, mnuModePhone, mnuBandMode;
     MenuItem mnuRadioWK;
     MenuItem mnuHelp, mnuHelpAbout;

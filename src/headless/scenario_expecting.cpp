@@ -203,6 +203,11 @@ void DoExpectFile(const ScriptLine &line) {
     }
 }
 
+void DoExpectText(const ScriptLine &line) {
+    if (ExistingFile(line).find(Word(line, 2)) == std::string::npos)
+        FailExpectation(Word(line, 1) + " to hold " + Quoted(Word(line, 2)), "a file without it");
+}
+
 void DoExpectFileMatches(const ScriptLine &line) {
     const std::string got = ExistingFile(line);
     const std::string expected = TextOfFile(BesideFile(Word(line, 2)));
@@ -312,6 +317,7 @@ constexpr CommandRow kCommands[] = {
     {"expect-bytes", 1, kAnyNumber, DoExpectBytes, Times::Always},
     {"expect-played", 0, kAnyNumber, DoExpectPlayed, Times::Always},
     {"expect-file", 1, 1, DoExpectFile, Times::Always},
+    {"expect-text", 2, 2, DoExpectText, Times::Always},
     {"expect-file-matches", 2, 2, DoExpectFileMatches, Times::Always},
     {"expect-hex", 3, kAnyNumber, DoExpectHex, Times::Always},
     {"expect-size", 2, 2, DoExpectSize, Times::Always},

@@ -104,6 +104,20 @@ void DoRemove(const ScriptLine &line) {
         CannotDo("no such file: " + Word(line, 1));
 }
 
+// Keeps the first bytes of a file, as a copy that broke off does.
+void DoCut(const ScriptLine &line) {
+    const auto length = WholeNumber(Word(line, 2));
+    FillFolder();
+    const std::string path = InProgramFolder(Word(line, 1));
+    std::error_code error;
+    const auto before = fs::file_size(path, error);
+    if (error || !length || *length < 0 || static_cast<std::uintmax_t>(*length) > before)
+        CannotDo("cut wants a file and a length within it");
+    fs::resize_file(path, static_cast<std::uintmax_t>(*length), error);
+    if (error)
+        CannotDo("can't cut " + path + ": " + error.message());
+}
+
 // ---- the settings file, as text
 
 std::string Trimmed(const std::string &text) {
@@ -146,6 +160,14 @@ void SetKey(std::vector<std::string> &lines, const std::string &section, const s
     lines.insert(place, wanted);
 }
 
+// "{folder}" in a value stands for the program folder, whose name no scenario can know.
+std::string WithFolder(std::string value) {
+    constexpr std::string_view kPlace = "{folder}";
+    const auto at = value.find(kPlace);
+    return at == std::string::npos ? value
+                                   : value.replace(at, kPlace.size(), Devices.ProgramFolder);
+}
+
 void DoSetting(const ScriptLine &line) {
     const std::string &section = Word(line, 1);
     std::string rest;
@@ -159,10 +181,27 @@ void DoSetting(const ScriptLine &line) {
     const std::string before = fs::exists(path) ? TextOfFile(path) : std::string();
     const bool unixEnds = !before.empty() && before.find("\r\n") == std::string::npos;
     auto lines = LinesOf(before);
-    SetKey(lines, section, Trimmed(rest.substr(0, equals)), Trimmed(rest.substr(equals + 1)));
+    SetKey(lines, section, Trimmed(rest.substr(0, equals)),
+           WithFolder(Trimmed(rest.substr(equals + 1))));
     std::string after;
     for (const std::string &text : lines)
         after += text + (unixEnds ? "\n" : "\r\n");
+    WriteFile(path, after);
+}
+
+// Takes the first line of this text out of a file.
+void DoDropLine(const ScriptLine &line) {
+    FillFolder();
+    const std::string path = InProgramFolder(Word(line, 1));
+    const std::string before = fs::exists(path) ? TextOfFile(path) : std::string();
+    auto lines = LinesOf(before);
+    const auto at = std::find(lines.begin(), lines.end(), Word(line, 2));
+    if (at == lines.end())
+        CannotDo("no such line: " + Word(line, 2));
+    lines.erase(at);
+    std::string after;
+    for (const std::string &text : lines)
+        after += text + "\r\n";
     WriteFile(path, after);
 }
 
@@ -268,6 +307,8 @@ constexpr CommandRow kCommands[] = {
     {"put", 1, 1, DoPut, Times::Always},
     {"put-hex", 2, kAnyNumber, DoPutHex, Times::Always},
     {"put-wave", 2, 2, DoPutWave, Times::Always},
+    {"cut", 2, 2, DoCut, Times::Always},
+    {"drop-line", 2, 2, DoDropLine, Times::Always},
     {"remove", 1, 1, DoRemove, Times::Always},
     {"setting", 2, kAnyNumber, DoSetting, Times::BeforeStart},
     {"clock", 2, 4, DoClock, Times::Always},

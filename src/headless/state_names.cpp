@@ -6,8 +6,11 @@
 #include "session/contests.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
+#include "session/reference_data.h"
 #include "session/session_flags.h"
 #include "session/settings.h"
+#include "session/settings_keys.h"
+#include "session/user_profiles.h"
 
 #include <charconv>
 #include <cstdio>
@@ -102,9 +105,13 @@ const std::map<std::string, Scalar, std::less<>> kScalars = {
     {"DayCount", [] { return AsText(Statistics.DayCount); }},
     {"OnTimeMinutes", [] { return AsText(Statistics.OnTimeMinutes); }},
     {"OnBandMinutes", [] { return AsText(Statistics.OnBandMinutes); }},
-    {"TimingMethod", [] { return AsText(Settings.TimingMethod); }},
-    {"RepeatIntervalCW", [] { return AsText(Settings.RepeatIntervalCW); }},
-    {"RepeatIntervalSSB", [] { return AsText(Settings.RepeatIntervalSSB); }},
+    {"CountryCount", [] { return AsText(Reference.CountryCount); }},
+    {"PrefixCount", [] { return AsText(Reference.PrefixCount); }},
+    {"SCPCount", [] { return AsText(Reference.SCPCount); }},
+    {"SCPLoaded", [] { return AsText(Reference.SCPLoaded); }},
+    {"CallMatchCount", [] { return AsText(Reference.CallMatchCount); }},
+    {"CurrentUserProfileName", [] { return AsText(Profiles.CurrentUserProfileName); }},
+    {"OpenFilePath", [] { return AsText(Settings.OpenFilePath); }},
 };
 
 struct Array {
@@ -128,6 +135,9 @@ const std::map<std::string, Array, std::less<>> kArrays = {
      {[](std::size_t i) { return AsText(Statistics.MinutesPerBand[i]); }, 1, kBandCodes}},
     {"MinuteIndex",
      {[](std::size_t i) { return AsText(Statistics.MinuteIndex[i]); }, 1, kMostEntries}},
+    {"RecentFile", {[](std::size_t i) { return AsText(Settings.RecentFile[i - 1]); }, 1, 4}},
+    {"ProfileName",
+     {[](std::size_t i) { return AsText(Profiles.Table[i - 1].ProfileName); }, 1, 4}},
     {"CallHash", {[](std::size_t i) { return AsText(Dupes.CallHash[i]); }, 1, kMostEntries}},
     {"CallText", {[](std::size_t i) { return AsText(Dupes.CallText[i]); }, 1, kMostEntries}},
 };
@@ -150,7 +160,10 @@ std::optional<std::string> ElementValue(std::string_view name) {
 
 std::optional<std::string> StateValue(const std::string &name) {
     const auto scalar = kScalars.find(name);
-    return scalar != kScalars.end() ? scalar->second() : ElementValue(name);
+    if (scalar != kScalars.end())
+        return scalar->second();
+    const auto setting = SettingText(name); // a key of the settings file
+    return setting ? setting : ElementValue(name);
 }
 
 } // namespace zrt

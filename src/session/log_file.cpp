@@ -77,6 +77,17 @@ void DecodeAll(std::span<const std::byte> bytes, std::size_t recordLength,
 
 } // namespace
 
+void ForgetEntries() {
+    std::fill(Log.LogEntries.begin(), Log.LogEntries.end(), LogEntry());
+    std::fill(Log.OldEntries26.begin(), Log.OldEntries26.end(), OldEntry26());
+    std::fill(Log.OldEntries36.begin(), Log.OldEntries36.end(), OldEntry36());
+    Log.WorkingEntry = {};
+    Log.WorkingOld26 = {};
+    Log.WorkingOld36 = {};
+    Log.NextEntry = 1;
+    Log.Unwritten.clear();
+}
+
 std::size_t RecordLength(bool currentFormat, i16 contestId) {
     if (currentFormat)
         return kEntryLength;

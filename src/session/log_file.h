@@ -36,6 +36,9 @@ struct OpenLog {
 };
 extern OpenLog Log;
 
+// Empties the rows of all forms and what is owed to the disk; header and name stay.
+void ForgetEntries();
+
 // 60, or 36 and 26 for the old forms. The contest of an old log decides which.
 std::size_t RecordLength(bool currentFormat, i16 contestId);
 bool IsFull();

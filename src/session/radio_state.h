@@ -16,6 +16,9 @@ struct RadioState {
     std::array<i16, 2> RadioBandMode = {3, 3};
     // kHz by radio and BandIndex: the last one known.
     std::array<std::array<float, kBandCodeRows>, 2> RadioFrequency{};
+    // kHz by radio and BandIndex: where a band change sets the radio. The start of the band from
+    // the start-up data file, until the radio has told a frequency.
+    std::array<std::array<i32, kBandCodeRows>, 2> LastFrequency{};
     std::array<bool, 2> RadioRunning{}; // the radio is under control
 };
 extern RadioState Radios;

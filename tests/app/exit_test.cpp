@@ -1,37 +1,38 @@
 #include "app/exit.h"
 
-#include "app/start_hooks.h"
 #include "app/start_up.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "platform/program.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
+#include "session/settings.h"
 #include "support/program.h"
 
 namespace zrt {
 namespace {
 
-int settingsWritten = 0;
 int winkeyerClosed = 0;
 
 class ExitTheProgram : public ProgramTest {
   protected:
     ExitTheProgram() {
         StartProgram();
-        settingsWritten = winkeyerClosed = 0;
-        Starting.WriteSettings = [](bool withWindows) { settingsWritten += withWindows ? 1 : 100; };
-        Starting.CloseWinkeyer = [] { ++winkeyerClosed; };
+        winkeyerClosed = 0;
+        CloseWinkeyer = [] { ++winkeyerClosed; };
+        Settings.YourCall = "ZR1TEST"; // tells whether the settings were written
+    }
+    static bool SettingsWritten() {
+        return BytesOf(kSettingsFile).find("YourCall=ZR1TEST\r\n") != std::string::npos;
     }
     static void ExpectEnded() {
         EXPECT_TRUE(Program.Ending);
         EXPECT_EQ(Program.ExitStatus, 0);
-        EXPECT_EQ(settingsWritten, 1);
+        EXPECT_TRUE(SettingsWritten());
         EXPECT_EQ(winkeyerClosed, 1);
     }
     static void ExpectStays() {
         EXPECT_FALSE(Program.Ending);
-        EXPECT_EQ(settingsWritten, 0);
         EXPECT_EQ(winkeyerClosed, 0);
     }
     static void OpenUnnamed() {

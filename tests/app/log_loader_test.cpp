@@ -10,6 +10,7 @@
 #include "session/log_file.h"
 #include "session/radio_state.h"
 #include "session/session_flags.h"
+#include "session/settings.h"
 #include "support/program.h"
 
 #include <cerrno>
@@ -62,9 +63,8 @@ TEST_F(LogLoader, SetsUpTheContestOfTheHeader) {
 
 TEST_F(LogLoader, NamesAnOpenFileInTheLabel) {
     MakeFile("mine.zrt", LogOf(HeaderBytes("NEQOS"), 1));
-    Log.LogFileName = PathOf("mine.zrt");
-    Log.LogState = kUsersName;
-    LoadLog();
+    Settings.RecentFile[0] = PathOf("mine.zrt");
+    LoadLog(1);
     EXPECT_EQ(LogForm.lblLog.Caption, "Log: mine.zrt - - Contest: NEQP CW");
 }
 
@@ -81,10 +81,10 @@ TEST_F(LogLoader, RefusesAFileThatIsNoLog) {
 }
 
 TEST_F(LogLoader, RefusesAMissingFileAndMakesNone) {
-    Log.LogFileName = PathOf("none.zrt");
-    Log.LogState = kUsersName;
-    Answer({BoxAnswer::Ok});
-    LoadLog();
+    Settings.RecentFile[0] = PathOf("none.zrt");
+    Answer({BoxAnswer::Cancel});
+    LoadLog(1);
+    EXPECT_EQ(LastBox().Text, "No such file or directory");
     EXPECT_EQ(Log.LogState, kNoLog);
     EXPECT_FALSE(FileExists("none.zrt"));
 }
@@ -174,7 +174,7 @@ TEST_F(LogLoader, ClearsACancelOfTheChooserBefore) {
 TEST_F(LogLoader, ARescanReadsTheSameFileAgain) {
     LoadTemporary(LogOf(HeaderBytes("GEN  "), 3));
     Session.RescanInPlace = true;
-    LoadLog();
+    LoadLog(0);
     EXPECT_EQ(Log.NextEntry, 4);
     EXPECT_EQ(Statistics.QsosPerBand[12], 3); // counted once
     EXPECT_EQ(Statistics.TotalPoints, 3);
@@ -186,7 +186,7 @@ TEST_F(LogLoader, ARescanKeepsTheLastLine) {
     LogContact("W1AW");
     const std::string last = LogForm.lblLast.Caption;
     Session.RescanInPlace = true;
-    LoadLog();
+    LoadLog(0);
     EXPECT_EQ(LogForm.lblLast.Caption, last);
 }
 
@@ -207,12 +207,12 @@ TEST_F(LogLoader, AReadErrorMayBeRetriedOrGivenUp) {
                                                    : DiskFiles().ReadAt(handle, offset, bytes, got);
     };
     Answer({BoxAnswer::Retry, BoxAnswer::Retry});
-    LoadLog();
+    LoadLog(0);
     EXPECT_EQ(Log.NextEntry, 3);
     failures = 1;
     Session.RescanInPlace = true;
     Answer({BoxAnswer::Cancel});
-    LoadLog();
+    LoadLog(0);
     EXPECT_EQ(Log.LogState, kNoLog);
     EXPECT_FALSE(BkgdForm.Visible);
 }

@@ -29,7 +29,7 @@ struct Contact {
 class Rescan : public ProgramTest {
   protected:
     static void Load(const char *tag, std::initializer_list<Contact> contacts) {
-        std::string bytes = HeaderBytes(tag) + std::string(34, '\0');
+        std::string bytes = HeaderBytes(tag, '2') + std::string(34, '\0');
         for (const Contact &c : contacts)
             bytes +=
                 EntryBytes(MakeEntry(c.Call, DateCode(2015, 1, c.Day), c.Time, c.Band, c.Points));

@@ -1,12 +1,12 @@
 #include "app/start_up.h"
 
 #include "app/about_box.h"
-#include "app/start_hooks.h"
 #include "entry/log_form.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/program.h"
 #include "session/log_file.h"
+#include "session/reference_data.h"
 #include "session/session_flags.h"
 #include "session/settings.h"
 #include "support/program.h"
@@ -18,19 +18,7 @@
 namespace zrt {
 namespace {
 
-std::vector<std::string> steps;
-
-class Start : public ProgramTest {
-  protected:
-    Start() {
-        steps.clear();
-        Starting.ReadCountries = [] { steps.emplace_back("countries"); };
-        Starting.ReadMasterScp = [] { steps.emplace_back("master.scp"); };
-        Starting.ReadCallMatch = [] { steps.emplace_back("call match"); };
-        Starting.CopyRadioSettings = [] { steps.emplace_back("radios"); };
-        Starting.ReadStartupData = [] { steps.push_back("data, settings " + Settings.IsGMTFlag); };
-    }
-};
+using Start = ProgramTest;
 
 TEST_F(Start, LeadsToTheIdleMainWindow) {
     StartProgram();
@@ -44,20 +32,73 @@ TEST_F(Start, LeadsToTheIdleMainWindow) {
     EXPECT_EQ(Session.HelpFile, PathOf("zrtlog127Help.chm"));
 }
 
-TEST_F(Start, ReadsTheSettingsFirstAndTheReferenceDataInOrder) {
+TEST_F(Start, ReadsTheReferenceDataInOrder) {
+    std::vector<std::string> read;
+    static std::vector<std::string> *names = &read;
+    Files.Open = [](const std::string &path, OpenMode mode, int &handle) {
+        if (const std::string name = UpperCase(NameOf(path));
+            names->empty() || names->back() != name)
+            names->push_back(name);
+        return DiskFiles().Open(path, mode, handle);
+    };
     StartProgram();
-    EXPECT_THAT(steps, testing::ElementsAre("countries", "master.scp", "call match", "radios",
-                                            "data, settings True"));
+    ASSERT_GE(read.size(), 5U);
+    EXPECT_THAT(std::vector(read.begin(), read.begin() + 5),
+                testing::ElementsAre("ZRTLOG125.INI", "CTY.DAT", "MASTER.SCP", "CALLMTCH.DAT",
+                                     "ZRTLOG126.DAT"));
+    EXPECT_GT(Reference.CountryCount, 10);
+    EXPECT_TRUE(Reference.SCPLoaded);
+}
+
+TEST_F(Start, GivesEachRadioTheUsersValuesOfItsModel) {
+    MakeFile(kSettingsFile, "[Radio Information]\r\nRadio(1).Name=Yaesu FT-817\r\n"
+                            "Radio(1).BaudRate=1200\r\nRadio(2).Name=Brass Key\r\n"
+                            "Radio(2).BaudRate=1200\r\n[Radio User Settings]\r\n"
+                            "RadioUserSettings.Name=Elecraft K3\r\n"
+                            "RadioUserSettings.RTSHigh=True\r\n"
+                            "RadioUserSettings.Name=Yaesu FT-817\r\n"
+                            "RadioUserSettings.BaudRate=9600\r\n"
+                            "RadioUserSettings.Parity=N\r\n"
+                            "RadioUserSettings.RTSHigh=False\r\n");
+    StartProgram();
+    EXPECT_EQ(Settings.Radio[0].BaudRate, 9600);
+    EXPECT_EQ(Settings.Radio[0].Parity, 'N');
+    EXPECT_FALSE(Settings.Radio[0].RTSHigh);
+    EXPECT_EQ(Settings.Radio[1].BaudRate, 1200); // no such model: its own
+}
+
+TEST_F(Start, ShowsTheRecentLogsInTheMenu) {
+    MakeFile(kSettingsFile, "[File Information]\r\nRecentFile1=/logs/a.ZRT\r\n"
+                            "RecentFile2=\r\nRecentFile3=/logs/c.ZRT\r\n");
+    StartProgram();
+    EXPECT_TRUE(LogForm.mnuFileRecent[0].Visible);
+    EXPECT_EQ(LogForm.mnuFileRecent[0].Caption, "1  /logs/a.ZRT");
+    EXPECT_FALSE(LogForm.mnuFileRecent[1].Visible);
+    EXPECT_EQ(LogForm.mnuFileRecent[2].Caption, "3  /logs/c.ZRT");
+    EXPECT_TRUE(LogForm.mnuFileRecentBar.Visible);
+}
+
+TEST_F(Start, WithoutStartupDataTellsAndEndsWithStatus1) {
+    std::remove(PathOf("ZRTLOG126.DAT").c_str());
+    Answer({BoxAnswer::Ok});
+    StartProgram();
+    EXPECT_EQ(LastBox().Text,
+              "Can't find or read startup file zrtlog126.dat, and can't proceed without it. Make "
+              "sure it is in the same drive/directory used to start program.");
+    EXPECT_TRUE(Program.Ending);
+    EXPECT_EQ(Program.ExitStatus, 1);
+    EXPECT_FALSE(LogForm.Visible);
 }
 
 TEST_F(Start, ShowsTheSplashForAShortWhile) {
-    Schedule(Clock.Steady() + 10 * kMillisecond, [] {
-        steps.push_back(Aboutzrt.Caption + (Aboutzrt.HasCloseBox ? " with" : " without") +
-                        (Aboutzrt.Timer1.Enabled ? ", timer on" : ""));
+    std::string seen;
+    Schedule(Clock.Steady() + 10 * kMillisecond, [&seen] {
+        seen = Aboutzrt.Caption + (Aboutzrt.HasCloseBox ? " with" : " without") +
+               (Aboutzrt.Timer1.Enabled ? ", timer on" : "");
     });
     const Microseconds began = Clock.Steady();
     StartProgram();
-    EXPECT_EQ(steps.front(), "WELCOME without, timer on");
+    EXPECT_EQ(seen, "WELCOME without, timer on");
     EXPECT_LT(Clock.Steady() - began, 300 * kMillisecond);
     EXPECT_FALSE(Aboutzrt.Timer1.Enabled);
 }
@@ -72,7 +113,6 @@ TEST_F(Start, WithoutSettingsTellsAndEndsWithStatus1) {
     EXPECT_EQ(LastBox().Title, "Error Reading Initiation Files");
     EXPECT_TRUE(Program.Ending);
     EXPECT_EQ(Program.ExitStatus, 1);
-    EXPECT_TRUE(steps.empty());
     EXPECT_FALSE(FileExists(kSettingsFile)); // no default file is written
 }
 
@@ -94,7 +134,6 @@ TEST_F(Start, OfASecondCopyIsRefusedBeforeItTouchesAnything) {
     EXPECT_EQ(Devices.Boxes.size(), 1U);
     EXPECT_NE(LastBox().Text.find("already running"), std::string::npos);
     EXPECT_TRUE(Program.Ending);
-    EXPECT_TRUE(steps.empty());
     EXPECT_TRUE(FileExists(kTempLog));
 }
 
@@ -105,7 +144,6 @@ TEST_F(Start, MakesAnUnknownTimingMethodWinmm) {
 }
 
 TEST_F(Start, FillsTheUsersFolderOnTheFirstRun) {
-    MakeFile("cty.dat", "countries");
     const static std::string kUser = PathOf("user");
     const static std::string kDefaults = PathOf("");
     ProgramFolders.ExecutableFolder = [] { return PathOf("bin"); };
@@ -114,14 +152,15 @@ TEST_F(Start, FillsTheUsersFolderOnTheFirstRun) {
     StartProgram();
     EXPECT_FALSE(Program.Ending);
     EXPECT_EQ(Session.AppPath, kUser + "/");
-    EXPECT_EQ(BytesOf("user/cty.dat"), "countries");
+    EXPECT_EQ(BytesOf("user/cty.dat"), BytesOf("cty.dat"));
     EXPECT_EQ(BytesOf("user/zrtlog125.ini"), BytesOf("zrtlog125.ini"));
 }
 
 TEST_F(Start, LeavesWhatTheUsersFolderHolds) {
     ASSERT_EQ(Files.MakeFolder(PathOf("user")), 0);
     MakeFile("user/zrtlog125.ini", "[Preferences]\nTimeCorrection=7\n");
-    MakeFile("cty.dat", "countries");
+    MakeFile("user/ZRTLOG126.DAT", "");
+    Answer({BoxAnswer::Ok, BoxAnswer::Ok}); // there are no countries and no known calls
     ProgramFolders.ExecutableFolder = [] { return PathOf("bin"); };
     ProgramFolders.UserFolder = [] { return PathOf("user"); };
     StartProgram();

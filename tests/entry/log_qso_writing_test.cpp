@@ -144,7 +144,7 @@ TEST_F(WritingAContact, ThatIsOwedIsForgottenWithTheLog) {
     Devices.Disk = DiskMode::Ok;
     OpenNewLog(kSs);
     Session.ReplacingLog = true;
-    LoadLog();
+    LoadLog(0);
     EXPECT_TRUE(Log.Unwritten.empty());
     EXPECT_FALSE(LogForm.lblNotOnDisk.Visible);
 }

@@ -15,22 +15,25 @@ std::span<const std::byte> AsBytes(std::string_view text) {
     return std::as_bytes(std::span(text));
 }
 
-class FileTools : public ProgramTest {};
+class FileTools : public ProgramTest {
+  protected:
+    FileTools() { EXPECT_EQ(Files.MakeFolder(PathOf("here")), 0); }
+};
 
 TEST_F(FileTools, ReplaceFileWritesWhole) {
-    EXPECT_EQ(ReplaceFile(PathOf("a"), AsBytes("first")), 0);
-    EXPECT_EQ(BytesOf("a"), "first");
-    EXPECT_EQ(ReplaceFile(PathOf("a"), AsBytes("2nd")), 0);
-    EXPECT_EQ(BytesOf("a"), "2nd");
-    EXPECT_THAT(Files.List(Devices.ProgramFolder), ElementsAre("a", "zrtlog125.ini"));
+    EXPECT_EQ(ReplaceFile(PathOf("here/a"), AsBytes("first")), 0);
+    EXPECT_EQ(BytesOf("here/a"), "first");
+    EXPECT_EQ(ReplaceFile(PathOf("here/a"), AsBytes("2nd")), 0);
+    EXPECT_EQ(BytesOf("here/a"), "2nd");
+    EXPECT_THAT(Files.List(PathOf("here")), ElementsAre("a"));
 }
 
 TEST_F(FileTools, ReplaceFileLeavesTheOldFileWhenTheDiskIsFull) {
-    MakeFile("a", "old");
+    MakeFile("here/a", "old");
     Devices.Disk = DiskMode::Full;
-    EXPECT_EQ(ReplaceFile(PathOf("a"), AsBytes("new")), ENOSPC);
-    EXPECT_EQ(BytesOf("a"), "old");
-    EXPECT_THAT(Files.List(Devices.ProgramFolder), ElementsAre("a", "zrtlog125.ini"));
+    EXPECT_EQ(ReplaceFile(PathOf("here/a"), AsBytes("new")), ENOSPC);
+    EXPECT_EQ(BytesOf("here/a"), "old");
+    EXPECT_THAT(Files.List(PathOf("here")), ElementsAre("a"));
 }
 
 TEST_F(FileTools, ReplaceFileLeavesTheOldFileWhateverStepFails) {
@@ -133,11 +136,11 @@ TEST_F(FileTools, ADoorThatFailsFailsTheWriteAndNotTheRead) {
 }
 
 TEST_F(FileTools, ListsFilesSortedAndWithoutFolders) {
-    MakeFile("b", "");
-    MakeFile("A", "");
-    EXPECT_EQ(Files.MakeFolder(PathOf("folder/inner")), 0);
-    EXPECT_EQ(Files.MakeFolder(PathOf("folder/inner")), 0); // existing is no error
-    EXPECT_THAT(Files.List(Devices.ProgramFolder), ElementsAre("A", "b", "zrtlog125.ini"));
+    MakeFile("here/b", "");
+    MakeFile("here/A", "");
+    EXPECT_EQ(Files.MakeFolder(PathOf("here/inner/more")), 0);
+    EXPECT_EQ(Files.MakeFolder(PathOf("here/inner/more")), 0); // existing is no error
+    EXPECT_THAT(Files.List(PathOf("here")), ElementsAre("A", "b"));
     EXPECT_TRUE(Files.List(PathOf("none")).empty());
 }
 

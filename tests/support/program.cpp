@@ -4,14 +4,16 @@
 #include "app/background.h"
 #include "app/band_mode.h"
 #include "app/contest_chooser.h"
+#include "app/edit_menu.h"
+#include "app/exit.h"
 #include "app/log_loader.h"
 #include "app/rescan.h"
-#include "app/start_hooks.h"
 #include "app/start_up.h"
 #include "entry/dupes.h"
 #include "entry/keyboard.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
+#include "entry/multipliers.h"
 #include "entry/points.h"
 #include "entry/statistics.h"
 #include "platform/files.h"
@@ -19,8 +21,10 @@
 #include "platform/program.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
+#include "session/reference_data.h"
 #include "session/session_flags.h"
 #include "session/settings.h"
+#include "session/user_profiles.h"
 
 #include <cstdlib>
 #include <deque>
@@ -60,6 +64,7 @@ void ForgetModules() {
     Session = {};
     Settings = {};
     Extensions = {};
+    Profiles = {};
     LogForm = {};
     Entry = {};
     Dupes = {};
@@ -68,7 +73,10 @@ void ForgetModules() {
     KeyHooks = {};
     LoaderHooks = {};
     Replay = {};
-    Starting = {};
+    EditMenu = {};
+    CloseWinkeyer = [] {};
+    Reference = {};
+    Multipliers = {};
     PointsByCountry = byCountryAtFirst;
     Aboutzrt = {};
     BkgdForm = {};
@@ -94,6 +102,7 @@ void BeginProcess(std::string programFolder) {
     deeds.clear();
     Files.Lock = VirtualLock;
     ForgetModules();
+    Session.AppPath = WithSeparator(Devices.ProgramFolder); // for tests that don't start the program
     RegisterWindows();
 }
 
@@ -181,17 +190,17 @@ ContestState CwContest(i16 contestId) {
     contest.ContestId = contestId;
     contest.ModeCW = true;
     contest.ModePhone = ContestTable(contestId).BothModes;
+    contest.QthUSA = contestId == kCqWw || contestId == kWpx; // whose headers tell it
     return contest;
 }
 
 void OpenNewLog(const ContestState &contest) {
     Contest = contest;
-    Session.AppPath = WithSeparator(Devices.ProgramFolder);
     Log.LogFileName = PathOf(kTempLog);
     Log.Header = Log.KeptHeader = BuildHeader(Contest);
     Log.LogState = kTemporaryName;
     ASSERT_EQ(CreateLogFile(), 0);
-    LoadLog();
+    LoadLog(0);
 }
 
 void OpenNewLog(i16 contestId) {
@@ -231,10 +240,9 @@ LogEntry MakeEntry(std::string_view call, i16 date, i16 time, i16 bandIndex, cha
 
 void LoadTemporary(std::string_view bytes) {
     MakeFile(kTempLog, bytes);
-    Session.AppPath = WithSeparator(Devices.ProgramFolder);
     Log.LogFileName = PathOf(kTempLog);
     Log.LogState = kTemporaryName;
-    LoadLog();
+    LoadLog(0);
 }
 
 void Answer(std::initializer_list<BoxAnswer> answers) {

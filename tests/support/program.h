@@ -53,7 +53,7 @@ std::string HeaderBytes(std::string_view tag, char qthOption = ' ');
 
 // ---- logs
 
-// A contest as chosen for CW (both modes where the contest has them), without a location.
+// A contest as chosen for CW (both modes where the contest has them) in the USA.
 ContestState CwContest(i16 contestId);
 // Opens a new unnamed log without asking.
 void OpenNewLog(const ContestState &contest);

@@ -1,0 +1,59 @@
+#include "session/data_files.h"
+
+#include "platform/files.h"
+#include "session/fixed_text.h"
+#include "session/session_flags.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <span>
+
+namespace zrt {
+
+namespace {
+
+// The name as the folder has it; as given if the folder has it so, or not at all.
+std::string NameInFolder(std::string_view name) {
+    const auto names = Files.List(Session.AppPath);
+    if (std::find(names.begin(), names.end(), name) != names.end())
+        return std::string(name);
+    const auto found = std::find_if(names.begin(), names.end(), [name](const std::string &other) {
+        return EqualIgnoringCase(name, other);
+    });
+    return found == names.end() ? std::string(name) : *found;
+}
+
+} // namespace
+
+int ReadDataFile(std::string_view name, std::string &text) {
+    text.clear();
+    OpenedFile file;
+    if (const int error = file.Open(Session.AppPath + NameInFolder(name), OpenMode::Read))
+        return error;
+    std::uint64_t length = 0;
+    if (const int error = file.Length(length))
+        return error;
+    if (length > kMostDataBytes)
+        return EFBIG;
+    text.resize(length);
+    std::size_t got = 0;
+    const int error = file.ReadAt(0, std::as_writable_bytes(std::span(text)), got);
+    text.resize(got);
+    if (error != 0)
+        text.resize(text.find_last_of("\r\n") + 1); // npos + 1 is 0
+    return error;
+}
+
+std::string_view NextLine(std::string_view &rest) {
+    const auto end = rest.find_first_of("\r\n");
+    const std::string_view line = rest.substr(0, end);
+    if (end == std::string_view::npos) {
+        rest = {};
+        return line;
+    }
+    rest.remove_prefix(end);
+    rest.remove_prefix(rest.starts_with("\r\n") ? 2 : 1);
+    return line;
+}
+
+} // namespace zrt

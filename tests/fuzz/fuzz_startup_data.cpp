@@ -1,0 +1,34 @@
+// Any bytes as the start-up data file.
+#include "platform/dialogs.h"
+#include "platform/program.h"
+#include "session/reference_data.h"
+#include "support/file_in_memory.h"
+
+#include <cstdlib>
+
+namespace {
+
+int boxes = 0;
+
+void Expect(bool holds) {
+    if (!holds)
+        std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    using namespace zrt;
+    Program = {};
+    boxes = 0;
+    Dialogs.Box = [](const MessageBox &) {
+        ++boxes;
+        return BoxAnswer::Ok;
+    };
+    PutFileInMemory("ZRTLOG126.DAT", {data, data + size});
+    ReadStartupData();
+    Expect(Program.Ending == (boxes == 1) && boxes <= 1);
+    for (const i16 count : {Reference.SsExtraMultCount, Reference.SsExtraShortFormCount})
+        Expect(count >= 0 && count <= kMostSsExtra);
+    return 0;
+}
