@@ -82,6 +82,12 @@ std::string LittleEndian(std::uint32_t number, std::size_t size) {
     return bytes;
 }
 
+// Copies a file from beside the scenario.
+void DoTake(const ScriptLine &line) {
+    FillFolder();
+    WriteFile(InProgramFolder(Word(line, 1)), TextOfFile(BesideFile(Word(line, 2))));
+}
+
 // A silent wave: 8000 samples a second, one byte each.
 void DoPutWave(const ScriptLine &line) {
     const auto length = WholeNumber(Word(line, 2));
@@ -307,6 +313,7 @@ constexpr CommandRow kCommands[] = {
     {"put", 1, 1, DoPut, Times::Always},
     {"put-hex", 2, kAnyNumber, DoPutHex, Times::Always},
     {"put-wave", 2, 2, DoPutWave, Times::Always},
+    {"take", 2, 2, DoTake, Times::Always},
     {"cut", 2, 2, DoCut, Times::Always},
     {"drop-line", 2, 2, DoDropLine, Times::Always},
     {"remove", 1, 1, DoRemove, Times::Always},

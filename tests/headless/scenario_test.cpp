@@ -126,10 +126,16 @@ TEST(Scenario, FilesArePutAndRemoved) {
     EXPECT_EQ(Play("put a.txt <<E\n x \nE\nexpect-hex a.txt 0 20 78 20 0D 0A\n"
                    "put a.txt <<E lf\nx\nE\nexpect-size a.txt 2\n"
                    "put-hex b.bin 00 FF0102 \"AB\"\nexpect-hex b.bin 0 00 FF 01 02 41 42\n"
+                   "cut b.bin 3\nexpect-size b.bin 3\n"
+                   "put c.txt <<END\none\ntwo\ntwo\nEND\ndrop-line c.txt two\n"
+                   "expect-file c.txt <<END\none\ntwo\nEND\nexpect-text c.txt wo\n"
                    "remove a.txt\nexpect-no-file a.txt\n")
                   .Status,
               kHolds);
     Refused("put a.txt", "put wants a block");
+    Refused("cut none.txt 1", "cut wants a file and a length within it");
+    Refused("put-hex a.txt 00\ncut a.txt 2", "cut wants a file and a length within it");
+    Refused("put-hex a.txt 41\ndrop-line a.txt B", "no such line: B");
     Refused("put-hex a.txt 0", "not hex bytes");
     Refused("remove none.txt", "no such file: none.txt");
     Refused("put-hex ../a.txt 00", "not a name in the program folder: ../a.txt");
