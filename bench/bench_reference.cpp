@@ -22,7 +22,7 @@ std::string MakeFolder() {
     if (!std::filesystem::exists(ZRT_SHIPPED_DATA "/master.scp"))
         return "";
     std::string name = (std::filesystem::temp_directory_path() / "bench-XXXXXX").string();
-    const std::string folder = std::string(mkdtemp(name.data())) + "/";
+    std::string folder = std::string(mkdtemp(name.data())) + "/";
     std::filesystem::copy(ZRT_SHIPPED_DATA, folder, std::filesystem::copy_options::recursive);
     return folder;
 }
@@ -69,7 +69,7 @@ void CountryOfKnownCall(benchmark::State &state) {
     Prepare(folder);
     ReadEverything();
     i32 n = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const std::string_view row = SCPRow(n + 1);
         const bool marked = row.starts_with('*') || row.starts_with('+');
         benchmark::DoNotOptimize(CountryLookup(row.substr(marked ? 1 : 0)));
@@ -86,7 +86,7 @@ void CountryOfPortableCall(benchmark::State &state) {
     }
     Prepare(folder);
     ReadEverything();
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(CountryLookup("W1AW/VE3"));
     std::filesystem::remove_all(folder);
 }

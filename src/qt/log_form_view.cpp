@@ -197,7 +197,7 @@ QWidget *BuildLogPage(PlaceLabel *modeLine, QLayout *fields) {
 QWidget *BuildEmptyPage() {
     auto *page = new QWidget;
     auto *column = new QVBoxLayout(page);
-    auto *hint = new QLabel(QStringLiteral("File, New starts a log."));
+    auto *hint = new QLabel(QStringLiteral("File, New starts a log; File, Open opens one."));
     hint->setObjectName(QStringLiteral("EmptyHint"));
     hint->setFont(FontOf(1.5, false, false));
     hint->setAlignment(Qt::AlignCenter);

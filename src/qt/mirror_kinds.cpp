@@ -170,8 +170,9 @@ void MirrorMenu(Binding &binding) {
     const auto &record = static_cast<MenuItem &>(*binding.Record);
     QAction &action = *binding.Action;
     if (NewText(binding, record.Caption)) {
-        action.setText(PlainCaption(record.Caption));
-        action.setSeparator(record.Caption == "-");
+        const bool bar = record.Caption == "-";
+        action.setSeparator(bar);
+        action.setText(bar ? QString() : PlainCaption(record.Caption)); // some styles write it
     }
     if (record.Checked && !action.isCheckable())
         action.setCheckable(true);

@@ -502,7 +502,7 @@ TEST_F(StartupData, EverySectionFillsItsTable) {
 TEST_F(StartupData, SectionsMayStandInAnyOrderWithNotesBetween) {
     std::string text;
     for (const StartupSection &section : kStartupSections)
-        text = "  " + StartupText(section, "\n") + "; " + section.Header + "\n" + text;
+        text.insert(0, "  " + StartupText(section, "\n") + "; " + section.Header + "\n");
     ExpectRead("a note\r\n\r\n" + text);
     ExpectEveryTable();
 }
