@@ -119,7 +119,7 @@ FoundPrefix FindPrefix(const PrefixIndex &index, std::string_view call, StarredC
         if (length == call.size() && slot.Call[kind] != 0)
             return {&EntryAt(index, slot.Call[kind]), true};
         // An empty text is the beginning of every call, and tells nothing of it.
-        if (length > 0 && length < call.size() && slot.Beginning[kind] != 0)
+        if (length > 0 && slot.Beginning[kind] != 0)
             longest = slot.Beginning[kind];
     }
     return {longest == 0 ? nullptr : &EntryAt(index, longest), false};

@@ -10,6 +10,8 @@
 #include <random>
 #include <set>
 #include <sstream>
+#include <utility>
+#include <variant>
 
 namespace zrt {
 namespace {
@@ -391,6 +393,184 @@ TEST_F(SettingsFile, EveryKeyHasAValueOfItsOwn) {
     Settings.Radio[1].BaudRate = 4800;
     EXPECT_EQ(SettingText("Radio(2).BaudRate"), "4800");
     EXPECT_EQ(SettingText("Surprise"), std::nullopt);
+}
+
+struct Address {
+    const void *Place;
+    template <typename Value> Address(Value *value) : Place(value) {}
+    Address(SpacedFlag flag) : Place(flag.Flag) {}
+    Address(Truncated number) : Place(number.Number) {}
+    Address(Limited number) : Place(number.Number) {}
+    Address(CutText text) : Place(text.Text) {}
+};
+
+const void *PlaceOf(std::string_view key) {
+    for (const Section &section : SettingsSections())
+        for (const auto &group : section.Groups)
+            for (const KeyRow &row : group)
+                if (row.Key == key)
+                    return std::visit([](auto target) { return Address(target).Place; },
+                                      row.Target);
+    return nullptr;
+}
+
+TEST_F(SettingsFile, EachKeyIsTheMemberOfItsName) {
+#define MEMBER(name)                                                                               \
+    { #name, &Settings.name }
+#define EXTENSION(name)                                                                            \
+    { #name, &Extensions.name }
+    const std::pair<std::string, Address> members[] = {
+        MEMBER(YourCall),
+        MEMBER(StationLatitude),
+        MEMBER(StationLongitude),
+        MEMBER(BackUpDrive),
+        MEMBER(CWActivated),
+        MEMBER(CWPTTActivated),
+        MEMBER(SSBPTTActivated),
+        MEMBER(PTTByRigControl),
+        MEMBER(CWPTTByWinkey),
+        MEMBER(F9Activated),
+        MEMBER(TypingEnabled),
+        MEMBER(DupeSendMsgFlag),
+        MEMBER(CWComport),
+        MEMBER(PTTComPort),
+        MEMBER(DVKMicSwitchComPort),
+        MEMBER(F9Comport),
+        MEMBER(DVKMicSwitchActivated),
+        MEMBER(CWSpeakerEnabled),
+        MEMBER(UsePCSpeaker),
+        MEMBER(UseSoundcardSpeaker),
+        MEMBER(CWCallCorrectEnabled),
+        MEMBER(CWCorrectWholeCall),
+        MEMBER(Radio1Delay),
+        MEMBER(Radio2Delay),
+        MEMBER(RepeatIntervalCW),
+        MEMBER(RepeatIntervalSSB),
+        MEMBER(DualCQsRepeatInterval),
+        MEMBER(DualCQsPlayNumber),
+        MEMBER(CWSpeedIncrement),
+        MEMBER(Weight),
+        MEMBER(TimeCorrection),
+        MEMBER(IsGMTFlag),
+        MEMBER(SendF1Enabled),
+        MEMBER(LogandSendF5Enabled),
+        MEMBER(LogandSendF6Enabled),
+        MEMBER(Key1IsMapped),
+        MEMBER(Key2IsMapped),
+        MEMBER(Key1Mapping),
+        MEMBER(Key2Mapping),
+        MEMBER(K3MsgLengthAdjustment),
+        MEMBER(SCPEnabled),
+        MEMBER(WinkeyActivated),
+        MEMBER(WinkeyComPort),
+        MEMBER(WinkeySidetoneFrequency),
+        MEMBER(WinkeySidetoneOnOff),
+        MEMBER(WinkeyPotSpeedMin),
+        MEMBER(WinkeyPotSpeedMax),
+        MEMBER(WinkeyLeadTime),
+        MEMBER(WinkeyTailTime),
+        MEMBER(WinkeyWeighting),
+        MEMBER(WinkeyKeyComp),
+        MEMBER(WinkeyDashDotRatio),
+        MEMBER(WinkeyKeyMode),
+        MEMBER(AudioPath),
+        MEMBER(DVKSendMessageEnabled),
+        MEMBER(DVKSendCallEnabled),
+        MEMBER(DVKSendExchEnabled),
+        MEMBER(DVKNormalModeEnabled),
+        MEMBER(DVKFastModeEnabled),
+        MEMBER(DVKMixedModeEnabled),
+        MEMBER(DVKPrevWkdEnabled),
+        MEMBER(DVKCallMatchEnabled),
+        MEMBER(DVKCallExchMode),
+        MEMBER(DVKOverlapMsec),
+        MEMBER(Radio1ComActivated),
+        MEMBER(Radio2ComActivated),
+        MEMBER(Radio1ComPollInterval),
+        MEMBER(Radio2ComPollInterval),
+        MEMBER(RadioSwapDelayMsec),
+        MEMBER(Radio1ComPort),
+        MEMBER(Radio2ComPort),
+        MEMBER(ExchangeARRLMult),
+        MEMBER(ExchangeAAMult),
+        MEMBER(ExchangeZRTMult),
+        MEMBER(ExchangePAQPMult),
+        MEMBER(ExchangeNEQPMult),
+        MEMBER(ExchangeCQWWMult),
+        MEMBER(ExchangeSSPrec),
+        MEMBER(ExchangeSSCall),
+        MEMBER(ExchangeSSCheck),
+        MEMBER(ExchangeSSSection),
+        MEMBER(ExchangeSprintName),
+        MEMBER(ExchangeSprintMult),
+        MEMBER(ExchangeNAQPName),
+        MEMBER(ExchangeNAQPMult),
+        MEMBER(ExchangeGeneric),
+        MEMBER(ExchangeCWOName),
+        MEMBER(OpenFilePath),
+        MEMBER(TimingMethod),
+        EXTENSION(StoreDecade),
+        EXTENSION(UtcFromSystem),
+        EXTENSION(ProtectOldLogs),
+        EXTENSION(KeepKilledLog),
+        EXTENSION(ScpLimit),
+        EXTENSION(ExtraBaudRates),
+        EXTENSION(FillCursorAtStart),
+        EXTENSION(PrefillCountsAsEmpty),
+        EXTENSION(InStateStateNames),
+        {"UseDTRtoKey(1)", &Settings.UseDTRtoKey[0]},
+        {"UseDTRtoKey(2)", &Settings.UseDTRtoKey[1]},
+        {"RecentFile1", &Settings.RecentFile[0]},
+        {"RecentFile4", &Settings.RecentFile[3]},
+        {"Radio(1).Name", &Settings.Radio[0].Name},
+        {"Radio(1).Address", &Settings.Radio[0].Address},
+        {"Radio(1).BaudRate", &Settings.Radio[0].BaudRate},
+        {"Radio(1).WordLen", &Settings.Radio[0].WordLen},
+        {"Radio(1).Parity", &Settings.Radio[0].Parity},
+        {"Radio(1).StopBits", &Settings.Radio[0].StopBits},
+        {"Radio(1).DTRHigh", &Settings.Radio[0].DTRHigh},
+        {"Radio(1).RTSHigh", &Settings.Radio[0].RTSHigh},
+        {"Radio(2).RTSHigh", &Settings.Radio[1].RTSHigh},
+        {"RadioDefaultSettings.Name", &Settings.RadioDefaultSettings[0].Name},
+        {"RadioUserSettings.Name", &Settings.RadioUserSettings[0].Name},
+        {"CurrentUserProfileName", &Profiles.CurrentUserProfileName},
+        {"UserProfile.ProfileName", &Profiles.Table[0].ProfileName},
+        {"UserProfile.Callsign", &Profiles.Table[0].Callsign},
+        {"UserProfile.Operators", &Profiles.Table[0].Operators},
+        {"UserProfile.Location", &Profiles.Table[0].Location},
+        {"UserProfile.Name", &Profiles.Table[0].Name},
+        {"UserProfile.Address", &Profiles.Table[0].Address},
+        {"UserProfile.City", &Profiles.Table[0].City},
+        {"UserProfile.Country", &Profiles.Table[0].Country},
+        {"UserProfile.Club", &Profiles.Table[0].Club},
+        {"UserProfile.Rig", &Profiles.Table[0].Rig},
+        {"UserProfile.Ant", &Profiles.Table[0].Ant},
+        {"UserProfile.Email", &Profiles.Table[0].Email},
+    };
+#undef MEMBER
+#undef EXTENSION
+    for (const auto &[key, member] : members)
+        EXPECT_EQ(PlaceOf(key), member.Place) << key;
+    EXPECT_EQ(PlaceOf("SCPSelection"), &Contest.SCPSelection);
+}
+
+TEST_F(SettingsFile, NoTwoPlacesInTheFileAreOneValue) {
+    std::set<const void *> places;
+    for (const Section &section : SettingsSections()) {
+        for (const auto &group : section.Groups)
+            for (const KeyRow &row : group)
+                EXPECT_TRUE(
+                    std::visit([&](auto target) { return places.insert(Address(target).Place); },
+                               row.Target)
+                        .second)
+                    << section.Header << " " << row.Key;
+        for (const std::string &row : section.Macros)
+            EXPECT_TRUE(places.insert(&row).second) << section.Header;
+        for (const std::string &row : section.Labels)
+            EXPECT_TRUE(places.insert(&row).second) << section.Header;
+        for (const WindowInfo &row : section.Windows)
+            EXPECT_TRUE(places.insert(&row).second) << section.Header;
+    }
 }
 
 } // namespace

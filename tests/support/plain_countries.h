@@ -5,6 +5,7 @@
 #include "entry/callsign.h"
 #include "session/fixed_text.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -49,7 +50,7 @@ class PlainCountries {
     int RowOf(const std::string &mainPrefix) const {
         int row = 0;
         for (std::size_t i = 0; i < Countries.size(); ++i)
-            if (Countries[i] == mainPrefix)
+            if (Trim(Countries[i]) == mainPrefix)
                 row = static_cast<int>(i) + 1;
         return row;
     }
@@ -97,7 +98,9 @@ class PlainCountries {
                 columns.back() += c;
         }
         columns.resize(8);
-        return UpperCase(Trim(std::string(Trim(columns[7])).substr(0, 5)));
+        std::string prefix = UpperCase(Trim(columns[7])).substr(0, 5);
+        std::replace(prefix.begin(), prefix.end(), '\0', ' '); // as in every fixed field
+        return prefix;
     }
 
     // Takes out what stands from `opening` to `closing`, both gone; gives what was between.
