@@ -110,8 +110,6 @@ const std::map<std::string, Scalar, std::less<>> kScalars = {
     {"SCPCount", [] { return AsText(Reference.SCPCount); }},
     {"SCPLoaded", [] { return AsText(Reference.SCPLoaded); }},
     {"CallMatchCount", [] { return AsText(Reference.CallMatchCount); }},
-    {"CurrentUserProfileName", [] { return AsText(Profiles.CurrentUserProfileName); }},
-    {"OpenFilePath", [] { return AsText(Settings.OpenFilePath); }},
 };
 
 struct Array {

@@ -2,6 +2,7 @@
 
 #include "platform/controls.h"
 #include "platform/files.h"
+#include "session/data_files.h"
 #include "session/file_errors.h"
 #include "session/session_flags.h"
 #include "session/settings.h"
@@ -55,15 +56,6 @@ bool IsUtf8(std::string_view text) {
         text.remove_prefix(length);
     }
     return true;
-}
-
-// The next line of the text, without its line end: CR, LF or both.
-std::string_view NextLine(std::string_view &rest) {
-    const auto end = std::min(rest.find_first_of("\r\n"), rest.size());
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end);
-    rest.remove_prefix(rest.substr(0, 2) == "\r\n" ? 2 : std::min<std::size_t>(1, rest.size()));
-    return line;
 }
 
 // Where the reading stands.

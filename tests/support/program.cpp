@@ -9,6 +9,7 @@
 #include "app/log_loader.h"
 #include "app/rescan.h"
 #include "app/start_up.h"
+#include "entry/callsign.h"
 #include "entry/dupes.h"
 #include "entry/keyboard.h"
 #include "entry/log_form.h"
@@ -76,6 +77,7 @@ void ForgetModules() {
     EditMenu = {};
     CloseWinkeyer = [] {};
     Reference = {};
+    CallAnalysis = {};
     Multipliers = {};
     PointsByCountry = byCountryAtFirst;
     Aboutzrt = {};
