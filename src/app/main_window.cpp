@@ -9,6 +9,8 @@
 #include "entry/keyboard.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
+#include "entry/prefill.h"
+#include "entry/typing.h"
 
 namespace zrt {
 
@@ -21,6 +23,10 @@ void WireFields() {
         };
         LogForm.InData[i].KeyPress = [i](int &charCode) { InDataKeyPress(i, charCode); };
     }
+    LogForm.InData[0].Change = CallTextChanged;
+    LogForm.InData[1].Change = ExchangeTextChanged;
+    LogForm.InData[0].LostFocus = CallFieldLostFocus;
+    LogForm.InData[1].GotFocus = ExchangeFieldGotFocus;
     LogForm.AddButton.Click = [] { LogQso(0, 0); };
     LogForm.CancelButton.Click = EscAction;
 }

@@ -1,14 +1,15 @@
 #include "app/rescan.h"
 
 #include "entry/dupes.h"
+#include "entry/log_form.h"
+#include "entry/multipliers.h"
+#include "entry/points.h"
 #include "entry/statistics.h"
 #include "session/bands.h"
 #include "session/contests.h"
 #include "session/log_file.h"
 
 namespace zrt {
-
-RescanHooks Replay;
 
 namespace {
 
@@ -25,11 +26,16 @@ void RepairBandOf(i16 n) {
     }
 }
 
+// PointsFor counts the contacts of the own continent in WPX; it did so for all but the dupes, which
+// have no points. The points themselves stay as they are stored.
+void CountOwnContinent(const OldEntry36 &entry) {
+    if (Contest.ContestId == kWpx && NumericPoints(entry.Points.Whole().front()) > 0)
+        (void)PointsFor(entry);
+}
+
 void CountEntry(const OldEntry36 &entry) {
-    if (Contest.ContestId == kCwOpen)
-        Replay.RecordCwOpenCall(entry);
-    const bool newMultiplier = Replay.ReplayMultiplier(entry);
-    CountContact(entry, newMultiplier);
+    CountOwnContinent(entry);
+    CountContact(entry, ReplayMultiplier(entry));
 }
 
 } // namespace
@@ -39,12 +45,14 @@ void RescanLog() {
     for (i16 n = 1; n < Log.NextEntry; ++n) {
         RepairBandOf(n);
         const OldEntry36 entry = EntryFields(n);
-        RecordCall(n, entry.Callsign.Trimmed(), entry.BandIndex, PortableTie::Right);
+        AppendCall(n, entry.Callsign.Trimmed(), entry.BandIndex, PortableTie::Right);
         if (!IsVoid(entry))
             CountEntry(entry);
         StampContact(n, entry, before, StampRule::Rescan);
         before = entry;
     }
+    SortCurrentCalls();
+    Entry.NewMultFlag = false; // of the last entry that was read
 }
 
 } // namespace zrt

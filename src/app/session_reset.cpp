@@ -1,7 +1,10 @@
 #include "app/session_reset.h"
 
 #include "entry/dupes.h"
+#include "entry/exchange_parsers.h"
 #include "entry/log_form.h"
+#include "entry/points.h"
+#include "entry/prefill.h"
 #include "entry/statistics.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
@@ -42,7 +45,10 @@ void ResetSession() {
         LogForm.lblLast.Caption = last;
     ForgetEntry();
     Dupes = {};
+    Prefill = {};
+    Parsers = {};
     Statistics = {};
+    Points = {};
     ForgetEntries();
 }
 

@@ -1,6 +1,14 @@
 #include "entry/dupes.h"
 
+#include "entry/log_form.h"
+#include "entry/old_calls.h"
+#include "platform/dialogs.h"
+#include "session/contests.h"
+#include "session/date_text.h"
+#include "session/radio_state.h"
+
 #include <algorithm>
+#include <iterator>
 
 namespace zrt {
 
@@ -20,6 +28,195 @@ void RecordPortable(std::string_view call, PortableTie tie) {
         if (row.FullCall == full)
             return;
     Dupes.PortableTable.push_back({full, BaseCall(call, tie)});
+}
+
+void ForgetEntryOf(const std::string &call, i16 n) {
+    const auto row = Dupes.EntriesOfCall.find(call);
+    if (row == Dupes.EntriesOfCall.end())
+        return;
+    std::erase(row->second, n);
+    if (row->second.empty())
+        Dupes.EntriesOfCall.erase(row);
+}
+
+// ---- the check
+
+// A call as the lists have it. "." and "?" are the operator's reminders.
+std::string PlainCall(std::string_view field) {
+    std::string call = UpperCase(ToLatin1(field));
+    std::erase_if(call, [](char c) { return c == '.' || c == '?'; });
+    return std::string(Trim(call));
+}
+
+// The other form of a call: its base, or the first portable call that has it as its base. Empty for
+// none. Only the second one says that it is in the log.
+std::string OtherForm(const std::string &call, bool &knownAsPortable) {
+    knownAsPortable = false;
+    if (call.find('/') != std::string::npos)
+        return std::string(BaseCall(call, PortableTie::Left));
+    for (const PortableRow &row : Dupes.PortableTable) {
+        if (row.BaseCall.Trimmed() != call)
+            continue;
+        knownAsPortable = true;
+        return row.FullCall.Trimmed();
+    }
+    return {};
+}
+
+void TakeMatch(i16 n) {
+    const OldEntry36 entry = EntryFields(n);
+    Dupes.SeenBefore = true;
+    Dupes.LastMatch = n;
+    const bool onBand = entry.BandIndex == CurrentBand();
+    if (onBand)
+        Dupes.DupeOnBand = true;
+    if (onBand || Contest.ContestId == kSs)
+        Dupes.DupeEntry = n;
+    if (IsBandCode(entry.BandIndex))
+        Dupes.SentByBand[static_cast<std::size_t>(entry.BandIndex)] = entry.SentNumber;
+}
+
+// The entries with this call; a killed last entry is none of the log's any more.
+std::vector<i16> EntriesOf(const std::string &call) {
+    std::vector<i16> entries;
+    if (const auto row = Dupes.EntriesOfCall.find(call); row != Dupes.EntriesOfCall.end())
+        std::copy_if(row->second.begin(), row->second.end(), std::back_inserter(entries),
+                     [](i16 n) { return n < Log.NextEntry; });
+    return entries;
+}
+
+void Search(const std::string &call, const std::string &other) {
+    std::vector<i16> entries = EntriesOf(call);
+    if (!other.empty() && other != call) {
+        const std::vector<i16> others = EntriesOf(other);
+        if (!others.empty())
+            Dupes.PortableMatch = true;
+        const auto middle = static_cast<std::ptrdiff_t>(entries.size());
+        entries.insert(entries.end(), others.begin(), others.end());
+        std::inplace_merge(entries.begin(), entries.begin() + middle, entries.end());
+    }
+    for (const i16 n : entries)
+        TakeMatch(n);
+}
+
+// Returns the other form of the call.
+std::string Check(const std::string &call) {
+    std::string other = OtherForm(call, Dupes.PortableMatch);
+    Dupes.SentByBand.fill(0);
+    Dupes.SeenBefore = Dupes.DupeOnBand = Entry.DupeFlag = false;
+    Dupes.LastMatch = 0;
+    Dupes.Checked = {call, CurrentBand(), Log.NextEntry};
+    Search(call, other);
+    // SS counts a station once on any band and mode.
+    Entry.DupeFlag = Dupes.SeenBefore && (Dupes.DupeOnBand || Contest.ContestId == kSs);
+    return other;
+}
+
+void AskForPortable(const std::string &call, const std::string &other) {
+    const bool typedAsPortable = call.find('/') != std::string::npos;
+    ShowMessageBox({std::string("This station is also in the log ") +
+                        (typedAsPortable ? "as a nonportable:  " : "as a portable:  ") +
+                        FromLatin1(other),
+                    "Portable Station?", BoxButtons::Ok, BoxIcon::Information});
+    SetFocus(LogForm.InData[1]);
+}
+
+// ---- the DUPE line
+
+enum class DupeNumbers { Mine, HisAndMine };
+
+// By ContestId - 1. Where each contact has a number of its own the received one tells too.
+constexpr std::array<DupeNumbers, kContests> kDupeNumbers = {
+    DupeNumbers::Mine,       // ARRL DX
+    DupeNumbers::HisAndMine, // ZRT
+    DupeNumbers::Mine,       // CQ WW
+    DupeNumbers::HisAndMine, // Sprint
+    DupeNumbers::HisAndMine, // SS
+    DupeNumbers::HisAndMine, // WPX
+    DupeNumbers::Mine,       // AA
+    DupeNumbers::HisAndMine, // PAQP
+    DupeNumbers::Mine,       // NAQP
+    DupeNumbers::Mine,       // ARRL 10 m
+    DupeNumbers::Mine,       // NEQP
+    DupeNumbers::Mine,       // Generic
+    DupeNumbers::HisAndMine, // CW Open
+};
+
+bool ShowsHisNumber() {
+    return Contest.ContestId != kNoContest &&
+           kDupeNumbers[static_cast<std::size_t>(Contest.ContestId) - 1] == DupeNumbers::HisAndMine;
+}
+
+// The entry that is examined is the working record, of whatever form the log has.
+void TakeIntoWorkingRecord(i16 n) {
+    switch (RecordLength(Log.CurrentFormat, Contest.ContestId)) {
+    case kEntryLength: Log.WorkingEntry = Log.LogEntries[n]; break;
+    case kOld36Length: Log.WorkingOld36 = Log.OldEntries36[n]; break;
+    default: Log.WorkingOld26 = Log.OldEntries26[n]; break;
+    }
+}
+
+std::string DupeText(i16 n) {
+    const OldEntry36 entry = EntryFields(n);
+    std::string text =
+        "DUPE - " + EntryDateText(n) + "  " + PadLeft(std::to_string(entry.Time), 4, '0') + "Z  ";
+    if (ShowsHisNumber())
+        text += "His #" + std::to_string(entry.RcvdNumber) + "  ";
+    return text + "My #" + std::to_string(entry.SentNumber);
+}
+
+// ---- the call-match lines
+
+constexpr std::size_t kMostMatches = 100;
+constexpr std::size_t kMostOldMatches = 7;
+
+struct MatchCaptions {
+    const char *Here;
+    const char *Elsewhere;
+};
+
+MatchCaptions CaptionsOfContest() {
+    switch (Contest.ContestId) {
+    case kZrt:
+    case kPaqp:
+    case kNeqp:
+    case kGeneric: return {"This bd/md: ", "Other bd/mds: "};
+    case kTenMeter: return {"This mode: ", "Other mode: "};
+    default: return {"This band: ", "Other bands: "};
+    }
+}
+
+void ShowLogMatches(const std::string &partial) {
+    const auto [captionHere, captionElsewhere] = CaptionsOfContest();
+    std::string here = captionHere;
+    std::string elsewhere = captionElsewhere;
+    const std::size_t first = InsertCall(partial, CurrentBand(), true);
+    const std::size_t end = std::min(first + kMostMatches, Dupes.CurrentCalls.size());
+    for (std::size_t i = first; i < end; ++i) {
+        const CallAndBand &row = Dupes.CurrentCalls[i];
+        const std::string call = row.Call.Trimmed();
+        if (!call.starts_with(partial))
+            break;
+        (row.BandIndex == CurrentBand() ? here : elsewhere) += FromLatin1(call) + " ";
+    }
+    ShowLabel(LogForm.CallMatchLabel1, here);
+    ShowLabel(LogForm.CallMatchLabel2, elsewhere);
+    LogForm.CallMatchLabel1.ForeColor = Color::Black;
+    // In SS a call of another band is a dupe as well.
+    LogForm.CallMatchLabel2.ForeColor = Contest.ContestId == kSs ? Color::Red : Color::Black;
+}
+
+void ShowOldMatches(const std::string &partial) {
+    std::string line = "Old logs: ";
+    const std::size_t first = FindOldCall(partial);
+    const std::size_t end = std::min(first + kMostOldMatches, OldCalls.Rows.size());
+    for (std::size_t i = first; i < end && OldCalls.Rows[i].Call.starts_with(partial); ++i)
+        line += FromLatin1(OldCalls.Rows[i].Call) + " ";
+    ShowLabel(LogForm.OldCallMatchLabel, line);
+}
+
+std::array<Label *, 3> MatchLabels() {
+    return {&LogForm.CallMatchLabel1, &LogForm.CallMatchLabel2, &LogForm.OldCallMatchLabel};
 }
 
 } // namespace
@@ -48,10 +245,89 @@ std::size_t InsertCall(std::string_view call, i16 bandIndex, bool findOnly) {
 }
 
 void RecordCall(i16 n, std::string_view call, i16 bandIndex, PortableTie tie) {
-    Dupes.CallHash[n] = TextHash(call);
-    Dupes.CallText[n] = call;
+    ReplaceCall(n, call);
     InsertCall(call, bandIndex, false);
     RecordPortable(call, tie);
+}
+
+void AppendCall(i16 n, std::string_view call, i16 bandIndex, PortableTie tie) {
+    ReplaceCall(n, call);
+    Dupes.CurrentCalls.push_back({call, bandIndex});
+    RecordPortable(call, tie);
+}
+
+void SortCurrentCalls() {
+    auto &calls = Dupes.CurrentCalls;
+    std::stable_sort(calls.begin(), calls.end(), CallBelow);
+    std::vector<CallAndBand> kept;
+    kept.reserve(calls.size());
+    for (const CallAndBand &entry : calls) {
+        const auto equals = std::find_if(kept.rbegin(), kept.rend(), [&](const CallAndBand &other) {
+            return other == entry || other.Call != entry.Call;
+        });
+        if (equals == kept.rend() || *equals != entry)
+            kept.push_back(entry);
+    }
+    calls = std::move(kept);
+}
+
+void ReplaceCall(i16 n, std::string_view call) {
+    const auto row = static_cast<std::size_t>(n);
+    ForgetEntryOf(Dupes.CallText[row].Trimmed(), n);
+    Dupes.CallHash[row] = TextHash(call);
+    Dupes.CallText[row] = call;
+    std::vector<i16> &entries = Dupes.EntriesOfCall[Dupes.CallText[row].Trimmed()];
+    entries.insert(std::upper_bound(entries.begin(), entries.end(), n), n);
+}
+
+void Dupecheck(std::string_view call) {
+    HidePriorContacts();
+    LogForm.LabelNeededOn.Visible = false;
+    const std::string plain = PlainCall(call);
+    const std::string other = Check(plain);
+    if (!Dupes.SeenBefore)
+        return;
+    HideCallMatches();
+    ShowPriorContacts(Dupes.SentByBand);
+    if (Dupes.PortableMatch && !Entry.DupeFlag)
+        AskForPortable(plain, other);
+}
+
+void FindDupe(std::string_view call) {
+    Check(PlainCall(call));
+}
+
+bool IsCheckedAlready(std::string_view call) {
+    return Dupes.Checked.Call == PlainCall(call) && Dupes.Checked.BandIndex == CurrentBand() &&
+           Dupes.Checked.NextEntry == Log.NextEntry;
+}
+
+void DupeLabelShow() {
+    const i16 n = Dupes.DupeEntry;
+    if (n < 1 || n >= Log.NextEntry)
+        return;
+    TakeIntoWorkingRecord(n);
+    ShowLabel(LogForm.lblDupe, DupeText(n));
+    LogForm.lblCallsign.Visible = LogForm.lblExchange.Visible = false;
+}
+
+void ShowCallMatches(std::string_view partial) {
+    HideCallMatches();
+    const std::string text = UpperCase(ToLatin1(Trim(partial)));
+    if (text.empty()) {
+        for (Label *label : MatchLabels())
+            label->Caption.clear();
+        return;
+    }
+    if (OldCalls.ShowCurrentCalls)
+        ShowLogMatches(text);
+    if (OldCalls.ShowOldCalls)
+        ShowOldMatches(text);
+}
+
+void HideCallMatches() {
+    for (Label *label : MatchLabels())
+        label->Visible = false;
 }
 
 } // namespace zrt

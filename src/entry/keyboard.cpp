@@ -2,6 +2,7 @@
 
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
+#include "entry/prefill.h"
 #include "platform/keys.h"
 #include "session/bands.h"
 #include "session/contests.h"
@@ -67,11 +68,7 @@ void RecheckCall() {
     if (LogForm.InData[0].Text.empty())
         return;
     QsoHooks.Dupecheck(UpperCase(Trim(LogForm.InData[0].Text)));
-    LogForm.InData[0].ForeColor = Entry.DupeFlag ? Color::Red : Color::Black;
-    if (Entry.DupeFlag)
-        QsoHooks.DupeLabelShow();
-    else
-        LogForm.lblDupe.Caption.clear();
+    ShowVerdict();
 }
 
 void TakeBand(i16 bandIndex) {

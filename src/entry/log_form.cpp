@@ -118,6 +118,7 @@ void RegisterLogForm() {
         {"OldCallMatchLabel", &LogForm.OldCallMatchLabel, "Matching calls of old logs"},
         {"NeedPfxLabel", &LogForm.NeedPfxLabel, "Needed or worked"},
         {"LblWpxCountry", &LogForm.LblWpxCountry, "Country"},
+        {"lblHeading", &LogForm.lblHeading, "Heading of the country from the station"},
         {"TimeGMTLabel", &LogForm.TimeGMTLabel, "UTC"},
         {"TimeLocalLabel", &LogForm.TimeLocalLabel, "Local time"},
         {"LabelSendingMsg", &LogForm.LabelSendingMsg, "Message that is being sent"},
@@ -204,8 +205,8 @@ void WipeEntry() {
 
 void HideCallDisplay() {
     for (Label *label : {&LogForm.Modelabel, &LogForm.LabelNeededOn, &LogForm.NeedPfxLabel,
-                         &LogForm.LblWpxCountry, &LogForm.CallMatchLabel1, &LogForm.CallMatchLabel2,
-                         &LogForm.OldCallMatchLabel, &LogForm.lblDupe})
+                         &LogForm.LblWpxCountry, &LogForm.lblHeading, &LogForm.CallMatchLabel1,
+                         &LogForm.CallMatchLabel2, &LogForm.OldCallMatchLabel, &LogForm.lblDupe})
         label->Visible = false;
     for (Label &label : LogForm.PrevQSO)
         label.Visible = false;

@@ -33,6 +33,7 @@ struct LogFormWindow : Form {
     Label LabelNeededOn;          // bands on which a multiplier is needed
     Label CallMatchLabel1, CallMatchLabel2, OldCallMatchLabel; // calls that begin as typed
     Label NeedPfxLabel, LblWpxCountry; // "NEEDED" or "Worked", and the country
+    Label lblHeading;                  // the direction to the country, in degrees
     Label TimeGMTLabel, TimeLocalLabel;
     Label LabelSendingMsg; // in place of TimeLocalLabel
     Label lblLast;         // the contact that was logged last

@@ -120,9 +120,11 @@ bool AgeIsGood(ParsedExchange &parsed) {
         parsed.Number = ValueI16(text);
         return true;
     }
+    Entry.ParseError = true; // keeps the field from being filled in
     ShowMessageBox({"Enter two-digit age between 00 and 99.", "Must Enter Received Age",
                     BoxButtons::Ok, BoxIcon::Critical});
     SelectAll(ExchangeField());
+    Entry.ParseError = false;
     return false;
 }
 
@@ -146,13 +148,23 @@ bool ExchangeIsGood(ParsedExchange &parsed) {
     QsoHooks.ParseExchange(parsed);
     if (!Entry.ParseError)
         return true;
-    Entry.ParseError = false;
     if (Contest.ContestId == kWpx)
         RefuseWpxNumber(parsed);
     else
         SelectAndFocus(ExchangeField(), static_cast<std::size_t>(Entry.SelStart),
                        static_cast<std::size_t>(Entry.SelLength));
+    Entry.ParseError = false; // only now: until here it keeps the field from being filled in
     return false;
+}
+
+// A zone or serial on the end of the call was part of what was checked; the call without it may be
+// a dupe after all.
+void CheckCutCall(const ParsedExchange &parsed) {
+    if (!ContestIsOneOf({kCqWw, kWpx}) || parsed.Call == CallText())
+        return;
+    FindDupe(parsed.Call);
+    if (Entry.DupeFlag)
+        QsoHooks.DupeLabelShow();
 }
 
 // "." and "?" are the operator's reminders and never reach the log.
@@ -200,36 +212,27 @@ void TakeName(LogEntry &entry, const ParsedExchange &parsed) {
     }
 }
 
-// Fills the working record from the fields; the call goes into the lists of calls on the way.
-void BuildEntry(const ParsedExchange &parsed) {
+// Fills the working record from the fields; the call goes into the lists of calls on the way, and
+// the multipliers are marked.
+NewMults BuildEntry(const ParsedExchange &parsed) {
     CallField().ForeColor = Color::Black;
     const std::string call = WithoutMarks(ToLatin1(parsed.Call));
-    if (Contest.ContestId == kWpx)
-        QsoHooks.InsertWpxPrefix(call);
-
     LogEntry &entry = Log.WorkingEntry;
     TakeTime(entry);
     entry.BandIndex = CurrentBand();
     entry.Callsign = call;
     Entry.SavedCall = entry.Callsign.Trimmed();
     RecordCall(Log.NextEntry, Entry.SavedCall, entry.BandIndex, PortableTie::Left);
-    if (Contest.ContestId == kCwOpen)
-        QsoHooks.RecordCwOpenCall(call);
 
     entry.RcvdNumber = ContestIsOneOf({kNaqp, kGeneric}) ? i16{0} : parsed.Number;
     entry.Points = std::string(1, Entry.DupeFlag ? '0' : PointsFor(entry));
     entry.RcvdExchange = "";
     entry.SentNumber = Log.NextEntry;
     Entry.CountyContact = false;
-    QsoHooks.ApplyMultiplier(entry);
+    const NewMults found = QsoHooks.ApplyMultiplier(entry, parsed);
     TakeRadio(entry);
     TakeName(entry, parsed);
-}
-
-void CountEntry() {
-    // ARRL DX and ARRL 10 m count their multipliers themselves, by country and by state.
-    const bool countsItself = ContestIsOneOf({kArrlDx, kTenMeter});
-    CountContact(Log.WorkingEntry, Entry.NewMultFlag && !countsItself);
+    return found;
 }
 
 void StampEntry() {
@@ -254,7 +257,7 @@ std::string ExchangeShown(const LogEntry &entry) {
         shown = std::to_string(entry.RcvdNumber) + " ";
     if (ContestIsOneOf({kSprint, kNaqp, kCwOpen}))
         shown += entry.RcvdName.Trimmed() + " ";
-    return std::string(TrimRight(shown + entry.RcvdExchange.Trimmed()));
+    return std::string(TrimRight(shown + MultText(entry.RcvdExchange.Trimmed())));
 }
 
 void ShowLastEntry() {
@@ -321,9 +324,10 @@ void LogQso(i16 fieldIndex, i16 shift) {
     if (!ExchangeIsGood(parsed))
         return;
 
-    BuildEntry(parsed);
+    CheckCutCall(parsed);
+    const NewMults found = BuildEntry(parsed);
     StoreEntry(Log.NextEntry);
-    CountEntry();
+    CountContact(Log.WorkingEntry, found);
     StampEntry();
     QsoHooks.ShowWorkedCountries();
     ShowLastEntry();
@@ -349,8 +353,10 @@ void BringToDisk() {
 void ShowScore() {
     ComputeScore();
     if (Contest.ContestId == kGeneric) {
-        LogForm.ScoreLabel.Caption = " CW Cties: " + std::to_string(Statistics.CwCountries);
-        LogForm.MultsLabel.Caption = "SSB Cties: " + std::to_string(Statistics.SsbCountries);
+        LogForm.ScoreLabel.Caption =
+            " CW Cties: " + std::to_string(CountriesWorked(Multipliers.GenericCwCountry));
+        LogForm.MultsLabel.Caption =
+            "SSB Cties: " + std::to_string(CountriesWorked(Multipliers.GenericSsbCountry));
         return;
     }
     LogForm.ScoreLabel.Caption = "Score: " + WithCommas(Statistics.Score);

@@ -3,35 +3,25 @@
 // call it.
 #pragma once
 
-#include "session/log_entry.h"
+#include "entry/dupes.h"
+#include "entry/exchange_parsers.h"
+#include "entry/multipliers.h"
 
-#include <string>
+#include <string_view>
 
 namespace zrt {
 
-// What the exchange parser of the contest makes of the two fields.
-struct ParsedExchange {
-    std::string Call;     // as typed; a parser may cut a number off its end or correct it
-    i16 Number = 0;       // serial, zone, age or power
-    std::string Name;     // Sprint, NAQP, CW Ops
-    int DigitsOnCall = 0; // WPX: the refused number stands on the end of the call
-};
-
-// What LogQso asks of the modules that surround it. Each does nothing until it is installed.
+// The steps of LogQso that are other modules' work. Those of modules that stand above it do nothing
+// until they are installed; a test may put its own in the place of any.
 struct LogQsoHooks {
     // Carries out the command in the call field. False if there is none: it is a call.
     bool (*CarryOutCallCommand)() = [] { return false; };
     void (*SendMacro)(int keyCode, bool repeat) = [](int, bool) {};
-    // Looks the call up in the log and sets Entry.DupeFlag.
-    void (*Dupecheck)(const std::string &call) = [](const std::string &) {};
-    void (*DupeLabelShow)() = [] {};
-    // Checks the exchange. A refusal has shown its box and set Entry.ParseError and the selection.
-    void (*ParseExchange)(ParsedExchange &parsed) = [](ParsedExchange &) {};
-    // WPX: the prefix of the call goes into the list of prefixes and may set Entry.NewMultFlag.
-    void (*InsertWpxPrefix)(const std::string &call) = [](const std::string &) {};
-    void (*RecordCwOpenCall)(const std::string &call) = [](const std::string &) {};
-    // Fills RcvdExchange and marks the tables; may set Entry.NewMultFlag and CountyContact.
-    void (*ApplyMultiplier)(LogEntry &entry) = [](LogEntry &) {};
+    void (*Dupecheck)(std::string_view call) = zrt::Dupecheck;
+    void (*DupeLabelShow)() = zrt::DupeLabelShow;
+    void (*ParseExchange)(ParsedExchange &parsed) = zrt::ParseExchange;
+    NewMults (*ApplyMultiplier)(LogEntry &entry,
+                                const ParsedExchange &parsed) = zrt::ApplyMultiplier;
     void (*ShowWorkedCountries)() = [] {};
     void (*UpdateStatistics)(bool force) = [](bool) {};
     void (*ShowNewMultiplier)() = [] {};

@@ -5,12 +5,17 @@
 
 namespace zrt {
 
-// The points of an entry by the rules of the open log's contest, as they are stored: one digit.
-// The county line of the entry window earns nothing.
-char PointsFor(const OldEntry36 &entry);
+struct PointsState {
+    // WPX: contacts with the operator's own country in the USA and Canada, with the own continent
+    // elsewhere. Dupes don't count.
+    i32 SameContinentCount = 0;
+};
+extern PointsState Points;
 
-// CQ WW, WPX and AA go by the country of the call: a hook for the callsign analysis.
-extern char (*PointsByCountry)(const OldEntry36 &entry);
+// The points of an entry by the rules of the open log's contest, as they are stored: one digit.
+// The county line of the entry window earns nothing. The caller gives a dupe its "0" and doesn't
+// ask: in WPX each question counts into SameContinentCount.
+char PointsFor(const OldEntry36 &entry);
 
 // What a stored point character adds to the total. PAQP counts in tenths of a point, and its "3"
 // stands for 1.5.

@@ -14,10 +14,6 @@ i16 BandRow(i16 bandIndex) {
     return IsBandCode(bandIndex) ? bandIndex : i16{0};
 }
 
-i32 MinuteOfDay(i16 time) {
-    return time / 100 * 60 + time % 100;
-}
-
 // The counters by mode go by the points of the contact, which tell the mode in these contests.
 struct ModeCountRow {
     i16 ContestId;
@@ -115,15 +111,13 @@ void CountDay(i16 n, const OldEntry36 &entry, const OldEntry36 &before, StampRul
 
 } // namespace
 
-void CountContact(const OldEntry36 &entry, bool newMultiplier) {
+void CountContact(const OldEntry36 &entry, const NewMults &found) {
     const i16 band = BandRow(entry.BandIndex);
     const i32 points = NumericPoints(entry.Points.Whole().front());
     ++Statistics.QsosPerBand[band];
     Statistics.TotalPoints += points;
-    if (newMultiplier) {
-        ++Statistics.TotalMults;
-        ++Statistics.MultsPerBand[band];
-    }
+    Statistics.TotalMults += found.Total;
+    Statistics.MultsPerBand[band] += found.OnBand;
     Statistics.PointsAllPerBand[band] += points;
     // Where every contact is worth the same the points of a band are not shown.
     if (Contest.ContestId == kSprint || Contest.ContestId == kSs || Contest.ContestId == kNaqp)

@@ -2,6 +2,7 @@
 // a log count by the same procedures.
 #pragma once
 
+#include "entry/multipliers.h"
 #include "session/bands.h"
 #include "session/log_file.h"
 
@@ -13,6 +14,11 @@ namespace zrt {
 
 inline constexpr i16 kMostDays = 18; // of a log; the count of days stops there on purpose
 inline constexpr i32 kMinutesADay = 1440;
+
+// Of a time as the log has it, HHMM.
+constexpr i32 MinuteOfDay(i16 time) {
+    return time / 100 * 60 + time % 100;
+}
 
 struct StatisticsState {
     i32 TotalPoints = 0; // tenths of a point in PAQP
@@ -27,8 +33,6 @@ struct StatisticsState {
     std::array<float, kBandCodeRows> MinutesPerBand{};
     i32 CwCount = 0; // contacts by mode in the contests of both modes
     i32 SsbCount = 0;
-    i32 CwCountries = 0; // Generic: countries worked by mode
-    i32 SsbCountries = 0;
     float CwMinutes = 0;
     float SsbMinutes = 0;
     i16 DayCount = 1; // the contest day of the last entry
@@ -38,8 +42,8 @@ struct StatisticsState {
 };
 extern StatisticsState Statistics;
 
-// Counts a contact, its points and, if it is one, its multiplier.
-void CountContact(const OldEntry36 &entry, bool newMultiplier);
+// Counts a contact, its points and its multipliers.
+void CountContact(const OldEntry36 &entry, const NewMults &found);
 
 // A contact as it is logged, and the same contact when a log is read again, differ in the contest
 // day of the first entry, in the last day, and in the minutes on the band at a band change.

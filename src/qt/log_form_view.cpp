@@ -50,10 +50,17 @@ constexpr LabelLook kMultsLook = {.Sample = "SSB Cties: 999",
 constexpr LabelLook kCaptionLook = {.Sample = "Exchange", .Scale = 1.1, .TrimBlanks = true};
 constexpr LabelLook kDupeLook = {
     .Sample = "DUPE - 10/29/25  2359Z  His # 9999  My # 9999", .Scale = 1.3, .Bold = true};
-constexpr LabelLook kNeedLook = {
-    .Sample = "VP8/SG/TA  Worked", .Scale = 1.35, .Bold = true, .TrimBlanks = true, .Grows = false};
+constexpr LabelLook kNeedLook = {.Sample = "VP8/h  CW NEEDED  SSB NEEDED",
+                                 .Scale = 1.2,
+                                 .Bold = true,
+                                 .TrimBlanks = true,
+                                 .Grows = false};
 constexpr LabelLook kCountryLook = {
     .Sample = "Fed. Rep. of Germany", .Scale = 1.35, .TrimBlanks = true};
+constexpr LabelLook kHeadingLook = {.Sample = "360\xC2\xB0",
+                                    .Scale = 1.35,
+                                    .Align = Qt::AlignRight | Qt::AlignVCenter,
+                                    .Grows = false};
 constexpr LabelLook kNeededOnLook = {.Sample = "NY needed on  10 15 20 40 80 160",
                                      .Scale = 1.1,
                                      .FixedPitch = true,
@@ -71,6 +78,7 @@ constexpr LabelLook kPriorLook = {.Sample = "160m 9",
                                   .FixedPitch = true,
                                   .Lines = 3,
                                   .Align = Qt::AlignLeft | Qt::AlignBottom,
+                                  .TrimBlanks = true,
                                   .MarkColored = true};
 constexpr LabelLook kMatchLook = {
     .Sample = "Other bd/mds: DL1ABC", .Scale = 1.1, .FixedPitch = true};
@@ -137,11 +145,12 @@ QLayout *BuildNeeds(PlaceLabel *modeLine) {
     grid->setHorizontalSpacing(Lines(1));
     grid->setVerticalSpacing(2);
     grid->addWidget(NewLabel(LogForm, LogForm.NeedPfxLabel, kNeedLook), 0, 0);
-    grid->addWidget(NewLabel(LogForm, LogForm.LblWpxCountry, kCountryLook), 0, 1);
+    grid->addWidget(NewLabel(LogForm, LogForm.lblHeading, kHeadingLook), 0, 1);
+    grid->addWidget(NewLabel(LogForm, LogForm.LblWpxCountry, kCountryLook), 0, 2);
     // No contest uses both of these.
-    grid->addWidget(NewLabel(LogForm, LogForm.LabelNeededOn, kNeededOnLook), 1, 0, 1, 2);
-    grid->addWidget(modeLine, 1, 0, 1, 2);
-    grid->setColumnStretch(1, 1);
+    grid->addWidget(NewLabel(LogForm, LogForm.LabelNeededOn, kNeededOnLook), 1, 0, 1, 3);
+    grid->addWidget(modeLine, 1, 0, 1, 3);
+    grid->setColumnStretch(2, 1);
     return grid;
 }
 

@@ -82,8 +82,7 @@ QSize PlaceLabel::minimumSizeHint() const {
 }
 
 void PlaceLabel::paintEvent(QPaintEvent *) {
-    const QString whole = Look.TrimBlanks ? Shown.trimmed() : Shown;
-    if (whole.trimmed().isEmpty())
+    if (Shown.trimmed().isEmpty())
         return;
     QPainter painter(this);
     const QFontMetrics metrics(font());
@@ -107,12 +106,14 @@ void PlaceLabel::paintEvent(QPaintEvent *) {
         ink = palette().color(QPalette::Disabled, QPalette::WindowText);
     painter.setPen(ink);
     if (Look.Warning) { // is read to its end
-        painter.drawText(place, static_cast<int>(Look.Align) | Qt::TextWordWrap, whole);
+        painter.drawText(place, static_cast<int>(Look.Align) | Qt::TextWordWrap, Shown);
         return;
     }
-    QStringList lines = whole.split(QLatin1Char('\n'));
+    QStringList lines = Shown.split(QLatin1Char('\n'));
     int widest = 0;
     for (QString &line : lines) {
+        if (Look.TrimBlanks)
+            line = line.trimmed();
         line = metrics.elidedText(line, Qt::ElideRight, place.width());
         widest = std::max(widest, metrics.horizontalAdvance(line));
     }

@@ -152,7 +152,7 @@ TEST_F(Keyboard, TheModeStaysWhereTheLogHasOneOnly) {
 
 TEST_F(Keyboard, ABandChangeChecksTheCallAnew) {
     OpenNewLog(kGeneric);
-    QsoHooks.Dupecheck = [](const std::string &call) {
+    QsoHooks.Dupecheck = [](std::string_view call) {
         Entry.DupeFlag = call == "K1ZZ" && CurrentBand() == 23;
     };
     Fill("K1ZZ", "");

@@ -68,6 +68,7 @@ TEST_F(LogQsoSteps, EmptyTheExchangeBeforeTheMultiplierFillsIt) {
         Recorder.Calls.push_back("got '" + entry.RcvdExchange.Trimmed() + "' Nr " +
                                  std::to_string(entry.SentNumber));
         entry.RcvdExchange = "A67EP";
+        return NewMults{};
     };
     LogContact("K1ZZ", "5");
     LogContact("K2ZZ", "5");
@@ -81,26 +82,27 @@ TEST_F(LogQsoSteps, CountThePointsThatTheMultiplierRuleLeaves) {
     Recorder.MultiplierRule = [](LogEntry &entry) {
         EXPECT_EQ(entry.Points.Whole(), "3");
         entry.Points = "0"; // own country
+        return NewMults{};
     };
     LogContact("K1ZZ", "5");
     EXPECT_EQ(Logged().Points.Whole(), "0");
     EXPECT_EQ(Statistics.TotalPoints, 0);
 }
 
-TEST_F(LogQsoSteps, CountANewMultiplierWhereTheContestDoesNotItself) {
-    for (i16 contest = 1; contest <= kContests; ++contest) {
-        SCOPED_TRACE(contest);
-        BeginProcess(Devices.ProgramFolder);
-        InstallRecorder();
-        OpenNewLog(contest);
-        const i16 band = CurrentBand();
-        Recorder.MultiplierRule = [](LogEntry &) { Entry.NewMultFlag = true; };
-        LogContact("K1ZZ", "5");
-        const int counted = contest == kArrlDx || contest == kTenMeter ? 0 : 1;
-        EXPECT_EQ(Statistics.TotalMults, counted);
-        EXPECT_EQ(Statistics.MultsPerBand[band], counted);
-        EXPECT_THAT(Recorder.Calls, testing::Contains("new multiplier"));
-    }
+TEST_F(LogQsoSteps, CountWhatTheMultiplierRuleFinds) {
+    OpenNewLog(kCqWw);
+    Recorder.MultiplierRule = [](LogEntry &) { return NewMults{2, 1}; };
+    LogContact("K1ZZ", "5");
+    EXPECT_EQ(Statistics.TotalMults, 2);
+    EXPECT_EQ(Statistics.MultsPerBand[CurrentBand()], 1);
+    EXPECT_THAT(Recorder.Calls, testing::Not(testing::Contains("new multiplier")));
+    Recorder.MultiplierRule = [](LogEntry &) {
+        Entry.NewMultFlag = true; // a row of a table, which the map shows
+        return NewMults{};
+    };
+    LogContact("K2ZZ", "5");
+    EXPECT_THAT(Recorder.Calls, testing::Contains("new multiplier"));
+    EXPECT_EQ(Statistics.TotalMults, 2);
 }
 
 TEST_F(LogQsoSteps, StoreTheRadioAndItsFrequency) {
@@ -148,11 +150,14 @@ TEST_F(LogQsoSteps, LetACountyContactInheritRadioAndFrequencyOfTheOneBefore) {
     Radios.RadioFrequency[0][3] = 14025.3F;
     LogContact("K1ZZ", "5");
     Radios.LogRadio = 2;
-    Recorder.MultiplierRule = [](LogEntry &) { Entry.CountyContact = true; };
+    Recorder.MultiplierRule = [](LogEntry &) {
+        Entry.CountyContact = true;
+        return NewMults{};
+    };
     LogContact("K2ZZ", "5");
     EXPECT_EQ(Logged(2).Frequency.Trimmed(), "14025.3");
     EXPECT_EQ(Logged(2).RadioNumber.Trimmed(), "1");
-    Recorder.MultiplierRule = [](LogEntry &) {};
+    Recorder.MultiplierRule = [](LogEntry &) { return NewMults{}; };
     LogContact("K3ZZ", "5");
     EXPECT_EQ(Logged(3).Frequency.Trimmed(), "0");
     EXPECT_EQ(Logged(3).RadioNumber.Trimmed(), "2");
@@ -160,7 +165,10 @@ TEST_F(LogQsoSteps, LetACountyContactInheritRadioAndFrequencyOfTheOneBefore) {
 
 TEST_F(LogQsoSteps, LetTheFirstCountyContactInheritBlanks) {
     OpenNewLog(kZrt);
-    Recorder.MultiplierRule = [](LogEntry &) { Entry.CountyContact = true; };
+    Recorder.MultiplierRule = [](LogEntry &) {
+        Entry.CountyContact = true;
+        return NewMults{};
+    };
     LogContact("K1ZZ", "5");
     EXPECT_EQ(Logged().Frequency.Whole(), "          ");
     EXPECT_EQ(Logged().RadioNumber.Whole(), "  ");
@@ -222,7 +230,7 @@ TEST_F(LogQsoSteps, ClearTheEntryForTheNextCall) {
 
 TEST_F(LogQsoSteps, ShowTheScore) {
     OpenNewLog(kSs);
-    Recorder.MultiplierRule = [](LogEntry &) { Entry.NewMultFlag = true; };
+    Recorder.MultiplierRule = [](LogEntry &) { return NewMults{1, 1}; };
     LogContact("K1ZZ", "5");
     LogContact("K2ZZ", "5");
     EXPECT_EQ(LogForm.ScoreLabel.Caption, "Score: 8");
@@ -231,8 +239,8 @@ TEST_F(LogQsoSteps, ShowTheScore) {
 
 TEST_F(LogQsoSteps, ShowCountriesInsteadOfAScoreInGeneric) {
     OpenNewLog(kGeneric);
-    Statistics.CwCountries = 3;
-    Statistics.SsbCountries = 4;
+    Multipliers.GenericCwCountry = {0, 2, 0, 1, 5};
+    Multipliers.GenericSsbCountry = {0, 1, 1, 1, 1};
     LogContact("K1ZZ");
     EXPECT_EQ(LogForm.ScoreLabel.Caption, " CW Cties: 3");
     EXPECT_EQ(LogForm.MultsLabel.Caption, "SSB Cties: 4");

@@ -17,25 +17,14 @@ using testing::ElementsAre;
 
 TEST_F(LogQsoSteps, RunInTheirOrder) {
     OpenNewLog(kCqWw);
-    Recorder.MultiplierRule = [](LogEntry &) { Entry.NewMultFlag = true; };
-    LogContact("k1zz", "5");
-    EXPECT_THAT(Recorder.Calls, ElementsAre("command", "dupecheck K1ZZ", "parse K1ZZ", "points",
-                                            "multiplier", "countries", "statistics 2",
-                                            "new multiplier", "display k1zz", "partial Score: 3"));
-}
-
-TEST_F(LogQsoSteps, OfWpxPutThePrefixIntoItsListBeforeThePoints) {
-    OpenNewLog(kWpx);
-    LogContact("K1ZZ", "5");
-    EXPECT_THAT(Recorder.Calls, ElementsAre("command", "dupecheck K1ZZ", "parse K1ZZ",
-                                            "prefix K1ZZ", "points", "multiplier", "countries",
-                                            "statistics 2", "display K1ZZ", "partial Score: 0"));
-}
-
-TEST_F(LogQsoSteps, OfCwOpenPutTheCallIntoItsList) {
-    OpenNewLog(kCwOpen);
-    LogContact("K1ZZ", "5 JOE");
-    EXPECT_THAT(Recorder.Calls, testing::Contains("cwo K1ZZ"));
+    Recorder.MultiplierRule = [](LogEntry &) {
+        Entry.NewMultFlag = true;
+        return NewMults{1, 1};
+    };
+    LogContact("g3zz", "5");
+    EXPECT_THAT(Recorder.Calls, ElementsAre("command", "dupecheck G3ZZ", "parse G3ZZ", "multiplier",
+                                            "countries", "statistics 2", "new multiplier",
+                                            "display g3zz", "partial Score: 3"));
 }
 
 TEST_F(LogQsoSteps, OfGenericHaveNoParser) {
@@ -337,12 +326,6 @@ TEST_F(LogQsoSteps, TakeAllMarksOutOfTheCall) {
     OpenNewLog(kGeneric);
     LogContact(" ?w.1.aw.. ");
     EXPECT_EQ(Logged().Callsign.Trimmed(), "W1AW");
-}
-
-TEST_F(LogQsoSteps, TakeThePrefixOfTheCallWithoutItsMarks) {
-    OpenNewLog(kWpx);
-    LogContact("W1A?W", "5");
-    EXPECT_THAT(Recorder.Calls, testing::Contains("prefix W1AW"));
 }
 
 TEST_F(LogQsoSteps, LogTheCallThatTheParserReturns) {

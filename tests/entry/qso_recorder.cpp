@@ -1,6 +1,5 @@
 #include "entry/qso_recorder.h"
 
-#include "entry/points.h"
 #include "platform/keys.h"
 
 namespace zrt {
@@ -17,8 +16,8 @@ void InstallRecorder() {
         Recorder.Calls.push_back("send F" + std::to_string(keyCode - kKeyF1 + 1) +
                                  (repeat ? " r" : ""));
     };
-    QsoHooks.Dupecheck = [](const std::string &call) {
-        Recorder.Calls.push_back("dupecheck " + call);
+    QsoHooks.Dupecheck = [](std::string_view call) {
+        Recorder.Calls.push_back("dupecheck " + std::string(call));
         Entry.DupeFlag = Recorder.Dupe;
     };
     QsoHooks.DupeLabelShow = [] { Recorder.Calls.emplace_back("dupe label"); };
@@ -29,19 +28,9 @@ void InstallRecorder() {
         parsed = Recorder.ParserGives;
         Entry.ParseError = Recorder.Refuse;
     };
-    QsoHooks.InsertWpxPrefix = [](const std::string &call) {
-        Recorder.Calls.push_back("prefix " + call);
-    };
-    QsoHooks.RecordCwOpenCall = [](const std::string &call) {
-        Recorder.Calls.push_back("cwo " + call);
-    };
-    PointsByCountry = [](const OldEntry36 &) {
-        Recorder.Calls.emplace_back("points");
-        return '3';
-    };
-    QsoHooks.ApplyMultiplier = [](LogEntry &entry) {
+    QsoHooks.ApplyMultiplier = [](LogEntry &entry, const ParsedExchange &) {
         Recorder.Calls.emplace_back("multiplier");
-        Recorder.MultiplierRule(entry);
+        return Recorder.MultiplierRule(entry);
     };
     QsoHooks.ShowWorkedCountries = [] { Recorder.Calls.emplace_back("countries"); };
     QsoHooks.UpdateStatistics = [](bool force) {

@@ -17,7 +17,7 @@ struct QsoRecorder {
     bool Dupe = false;              // what the dupe check finds
     bool Refuse = false;            // what the parser does
     ParsedExchange ParserGives;     // what it makes of the fields; an empty call keeps the call
-    std::function<void(LogEntry &)> MultiplierRule = [](LogEntry &) {};
+    std::function<NewMults(LogEntry &)> MultiplierRule = [](LogEntry &) { return NewMults{}; };
 };
 extern QsoRecorder Recorder;
 

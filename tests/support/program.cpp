@@ -11,12 +11,16 @@
 #include "app/start_up.h"
 #include "entry/callsign.h"
 #include "entry/dupes.h"
+#include "entry/exchange_parsers.h"
 #include "entry/keyboard.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "entry/multipliers.h"
+#include "entry/old_calls.h"
 #include "entry/points.h"
+#include "entry/prefill.h"
 #include "entry/statistics.h"
+#include "entry/typing.h"
 #include "platform/files.h"
 #include "platform/keys.h"
 #include "platform/program.h"
@@ -41,7 +45,6 @@ namespace {
 
 BoxAnswer (*headlessBox)(const MessageBox &box) = nullptr;
 std::deque<std::function<void()>> deeds;
-const auto byCountryAtFirst = PointsByCountry;
 
 BoxAnswer BoxWithDeed(const MessageBox &box) {
     const BoxAnswer answer = headlessBox(box);
@@ -73,13 +76,16 @@ void ForgetModules() {
     QsoHooks = {};
     KeyHooks = {};
     LoaderHooks = {};
-    Replay = {};
+    Typing = {};
     EditMenu = {};
     CloseWinkeyer = [] {};
     Reference = {};
     CallAnalysis = {};
+    Prefill = {};
+    Parsers = {};
+    OldCalls = {};
     Multipliers = {};
-    PointsByCountry = byCountryAtFirst;
+    Points = {};
     Aboutzrt = {};
     BkgdForm = {};
     BandMode = {};

@@ -1,0 +1,124 @@
+#include "entry/typing.h"
+
+#include "entry/callsign.h"
+#include "entry/dupes.h"
+#include "entry/log_form.h"
+#include "entry/multipliers.h"
+#include "entry/needed.h"
+#include "entry/prefill.h"
+#include "session/contests.h"
+
+namespace zrt {
+
+TypingHooks Typing;
+
+namespace {
+
+std::string TextOf(const TextBox &field) {
+    return UpperCase(Trim(ToLatin1(field.Text)));
+}
+
+// The zone of the entry in the country file, else of the call area, else of the country.
+i16 ZoneOf(std::string_view call, i16 country) {
+    if (CallAnalysis.LastZone > 0)
+        return CallAnalysis.LastZone;
+    if (const i16 zone = DefaultZone(call); zone > 0)
+        return zone;
+    return ValueI16(Reference.CountryTable[static_cast<std::size_t>(country)].CQZone.Whole());
+}
+
+void FillZone(i16 zone) {
+    FillExchange(zone > 0 ? PadLeft(std::to_string(zone), 2, '0') : std::string());
+}
+
+// ---- the call, by contest
+
+i16 ShowCountryOf(std::string_view call) {
+    const i16 country = CountryLookup(call);
+    ShowCountry(country);
+    return country;
+}
+
+void ShowArrlDx(std::string_view call) {
+    if (!Contest.StationUSVE)
+        return;
+    const i16 country = ShowCountryOf(call);
+    ShowNeeded(country);
+    Typing.ShowCountryLine(country, 0);
+}
+
+void ShowCqWw(std::string_view call) {
+    const i16 country = ShowCountryOf(call);
+    const i16 zone = ZoneOf(call, country);
+    ShowNeeded(country);
+    Typing.ShowCountryLine(country, zone);
+    FillZone(zone);
+}
+
+void ShowWpx(std::string_view call) {
+    ShowCountryOf(call);
+    ShowWpxNeed(WpxPrefix(call));
+}
+
+void ShowAa(std::string_view call) {
+    ShowCountryOf(call);
+    ShowAaNeed(WpxPrefix(call));
+}
+
+void ShowTenMeter(std::string_view call) {
+    ShowMultNeed(ShowCountryOf(call));
+}
+
+void ShowGeneric(std::string_view call) {
+    const i16 country = ShowCountryOf(call);
+    ShowMultNeed(country);
+    Typing.ShowCountryLine(country, 0);
+}
+
+void ShowWhatIsNeeded(std::string_view call) {
+    switch (Contest.ContestId) {
+    case kArrlDx: ShowArrlDx(call); break;
+    case kCqWw: ShowCqWw(call); break;
+    case kWpx: ShowWpx(call); break;
+    case kAa: ShowAa(call); break;
+    case kTenMeter: ShowTenMeter(call); break;
+    case kGeneric: ShowGeneric(call); break;
+    default: break; // the others count what the exchange tells
+    }
+}
+
+void HideNeeds() {
+    for (Label *label : {&LogForm.NeedPfxLabel, &LogForm.LblWpxCountry, &LogForm.lblHeading})
+        label->Visible = false;
+}
+
+} // namespace
+
+void CallTextChanged() {
+    const std::string call = TextOf(LogForm.InData[0]);
+    Typing.PartialCheck(call);
+    ShowCallMatches(call);
+    if (call.empty())
+        HideNeeds();
+    else
+        ShowWhatIsNeeded(call);
+}
+
+void ExchangeTextChanged() {
+    EndPrefill();
+    const std::string text = UpperCase(ToLatin1(LogForm.InData[1].Text));
+    switch (Contest.ContestId) {
+    case kArrlDx:
+        if (!Contest.StationUSVE)
+            ARRLFindMult(text);
+        break;
+    case kNaqp: NaqpFindMult(text); break;
+    case kCqWw:
+        if (const i16 zone = ValueI16(text); zone >= 1 && zone <= kZones)
+            Typing.ShowCountryLine(CountryLookup(TextOf(LogForm.InData[0])), zone);
+        break;
+    default: break;
+    }
+}
+
+} // namespace zrt

@@ -1,0 +1,22 @@
+// What the entry window shows and fills in while a call or an exchange is being typed: partial and
+// matching calls, country, what is needed, the zone. app/ installs both as the fields' Change.
+#pragma once
+
+#include "session/fixed_text.h"
+
+#include <string_view>
+
+namespace zrt {
+
+struct TypingHooks {
+    void (*PartialCheck)(std::string_view call) = [](std::string_view) {};
+    // Repaints the country's line in the window of multipliers.
+    void (*ShowCountryLine)(i16 country, i16 zone) = [](i16, i16) {};
+};
+extern TypingHooks Typing;
+
+// The operator has changed the text of the field; or a call has been put there as if typed.
+void CallTextChanged();
+void ExchangeTextChanged();
+
+} // namespace zrt
