@@ -14,7 +14,6 @@
 #include "session/settings.h"
 #include "support/program.h"
 
-
 namespace zrt {
 namespace {
 

@@ -319,7 +319,9 @@ TEST_P(Seam, LoggedAndReadAreOneState) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Contests, Seam, testing::Range(i16{1}, static_cast<i16>(kContests + 1)),
-                         [](const auto &contest) { return "Contest" + std::to_string(contest.param); });
+                         [](const auto &contest) {
+                             return "Contest" + std::to_string(contest.param);
+                         });
 
 } // namespace
 } // namespace zrt

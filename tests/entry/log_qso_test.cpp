@@ -22,9 +22,9 @@ TEST_F(LogQsoSteps, RunInTheirOrder) {
         return NewMults{1, 1};
     };
     LogContact("g3zz", "5");
-    EXPECT_THAT(Recorder.Calls, ElementsAre("command", "dupecheck G3ZZ", "parse G3ZZ", "multiplier",
-                                            "countries", "statistics 2", "new multiplier",
-                                            "display g3zz", "partial Score: 3"));
+    EXPECT_THAT(Recorder.Calls,
+                ElementsAre("command", "dupecheck G3ZZ", "parse G3ZZ", "multiplier", "countries",
+                            "statistics 2", "new multiplier", "display g3zz", "partial Score: 3"));
 }
 
 TEST_F(LogQsoSteps, OfGenericHaveNoParser) {

@@ -110,7 +110,8 @@ void BeginProcess(std::string programFolder) {
     deeds.clear();
     Files.Lock = VirtualLock;
     ForgetModules();
-    Session.AppPath = WithSeparator(Devices.ProgramFolder); // for tests that don't start the program
+    Session.AppPath =
+        WithSeparator(Devices.ProgramFolder); // for tests that don't start the program
     RegisterWindows();
 }
 
