@@ -9,7 +9,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 packages=(
-    cmake ninja-build g++
+    cmake ninja-build g++ python3
     qt6-base-dev qt6-serialport-dev qt6-multimedia-dev libsndfile1-dev libgl-dev libxkbcommon-dev
     hamradio-files fonts-dejavu-core
 )

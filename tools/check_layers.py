@@ -40,6 +40,7 @@ FLOORS = [
     ("entry/callsign", 5),
     ("entry/utc_clock", 5),
     ("entry/parsed_exchange", 5),
+    ("entry/station_hooks", 5),
     ("entry/old_calls", 5.9),
     ("entry/prior_contacts", 5.9),
     ("entry/dupes", 6),

@@ -60,20 +60,10 @@ int PutInPlace(const FileBytes &bytes) {
 // No log of these versions was near this size.
 constexpr std::uint64_t kMostBytes = std::uint64_t{16} << 20;
 
-int ReadOldLog(FileBytes &bytes) {
-    OpenedFile file;
-    std::uint64_t length = 0;
-    if (const int error = file.Open(Log.LogFileName, OpenMode::Read))
-        return error;
-    if (const int error = file.Length(length))
-        return error;
-    return length > kMostBytes ? EFBIG : ReadFile(Log.LogFileName, bytes);
-}
-
 // Reads the log's file, puts the header into it and edits its entries.
 template <typename Edit> bool ConvertLog(std::size_t recordLength, Edit edit) {
     FileBytes bytes;
-    int error = ReadOldLog(bytes);
+    int error = ReadFileUpTo(Log.LogFileName, kMostBytes, bytes);
     if (error == 0) {
         std::ranges::copy(Encode(Log.Header), bytes.begin());
         EditEntries(bytes, recordLength, edit);

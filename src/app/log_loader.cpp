@@ -4,6 +4,7 @@
 #include "app/contest_chooser.h"
 #include "app/log_conversion.h"
 #include "app/main_clock.h"
+#include "app/partial_window.h"
 #include "app/recent_files.h"
 #include "app/rescan.h"
 #include "app/session_reset.h"
@@ -209,6 +210,9 @@ void ShowOpenLog() {
         Log.LogState == kUsersName ? NameOf(Log.LogFileName) : std::string("[Unnamed]");
     LogForm.lblLog.Caption = LogLabel(LabelTable::Load, name);
     LoaderHooks.ShowWindows();
+    const auto &windows = Settings.Windows[static_cast<std::size_t>(Contest.ContestId) - 1];
+    if (!Session.RescanInPlace && windows[kPartial].State == "OPEN")
+        OpenPartial();
     SetFocus(LogForm.InData[0]);
 }
 

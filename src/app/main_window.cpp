@@ -6,6 +6,7 @@
 #include "app/edit_menu.h"
 #include "app/exit.h"
 #include "app/file_menu.h"
+#include "app/help_menu.h"
 #include "entry/keyboard.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
@@ -46,6 +47,9 @@ void WireMenus() {
     LogForm.mnuModeCW.Click = [] { SwitchMode(false); };
     LogForm.mnuModePhone.Click = [] { SwitchMode(true); };
     LogForm.mnuBandMode.Click = ShowBandMode;
+    LogForm.mnuHelpContents.Click = ShowHelpContents;
+    LogForm.mnuHelpContestRules.Click = ShowHelpContestRules;
+    LogForm.mnuHelpKeyboardCommands.Click = ShowHelpKeyboardCommands;
     LogForm.mnuHelpAbout.Click = ShowAboutBox;
     LogForm.CloseBox = ExitProgram;
 }

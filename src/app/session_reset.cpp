@@ -1,5 +1,6 @@
 #include "app/session_reset.h"
 
+#include "app/partial_window.h"
 #include "entry/dupes.h"
 #include "entry/exchange_parsers.h"
 #include "entry/log_form.h"
@@ -45,6 +46,8 @@ void ResetSession() {
         LogForm.lblLast.Caption = last;
     ForgetEntry();
     Dupes = {};
+    if (!Session.RescanInPlace)
+        ForgetPartials();
     Prefill = {};
     Parsers = {};
     Statistics = {};

@@ -6,6 +6,7 @@
 #include "app/contest_chooser.h"
 #include "app/main_clock.h"
 #include "app/main_window.h"
+#include "app/partial_window.h"
 #include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/session_reset.h"
@@ -97,6 +98,7 @@ void RegisterWindows() {
     RegisterBandMode();
     RegisterAboutBox();
     RegisterBackground();
+    RegisterPartial();
     WireMainWindow();
 }
 

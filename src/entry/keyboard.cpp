@@ -1,8 +1,11 @@
 #include "entry/keyboard.h"
 
+#include "entry/dupes.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "entry/prefill.h"
+#include "entry/station_hooks.h"
+#include "entry/typing.h"
 #include "platform/keys.h"
 #include "session/bands.h"
 #include "session/contests.h"
@@ -15,6 +18,7 @@
 
 namespace zrt {
 
+KeyboardState Keyboard;
 KeyboardHooks KeyHooks;
 
 namespace {
@@ -28,8 +32,24 @@ struct KeyEvent {
 // 10, 12, 15, 17, 20, 30, 40, 80, 160 m, 2 m, 6 m, as band positions.
 constexpr std::array<int, kBandPositions> kBandRing = {1, 9, 2, 10, 3, 11, 4, 5, 6, 8, 7};
 
+TextBox &CallField() {
+    return LogForm.InData[0];
+}
+
+TextBox &ExchangeField() {
+    return LogForm.InData[1];
+}
+
 bool CtrlOrAlt(const KeyEvent &event) {
     return (event.Shift & (kCtrl | kAlt)) != 0;
+}
+
+bool Alt(const KeyEvent &event) {
+    return (event.Shift & kAlt) != 0;
+}
+
+bool OnCw(const KeyEvent &) {
+    return IsCw(CurrentBand());
 }
 
 bool Ctrl(const KeyEvent &event) {
@@ -80,6 +100,160 @@ void TakeBand(i16 bandIndex) {
     RecheckCall();
 }
 
+// ---- messages
+
+// Shift alone repeats the message. F5 and F6 by hand begin the count of the full messages anew.
+void SendFunctionKey(const KeyEvent &event) {
+    const bool sent = SendMessage(event.KeyCode, event.Shift == kShift);
+    if (sent && IsCw(CurrentBand()) && (event.KeyCode == kKeyF5 || event.KeyCode == kKeyF6))
+        Entry.TuCount = 1;
+}
+
+void SendCallField(const KeyEvent &) {
+    Station.SendText(Trim(CallField().Text));
+}
+
+void OpenKeyboardCw(const KeyEvent &) {
+    Station.OpenKeyboardCw();
+}
+
+void ChangeSpeed(int steps) {
+    if (!Station.CwIsBeingSent())
+        Station.ChangeCWSpeed(steps);
+}
+
+// Fast, normal, mixed and round again, without those that are switched off.
+void StepVoiceMode() {
+    using enum CallExchMode;
+    CallExchMode &mode = Settings.DVKCallExchMode;
+    const bool fast = Settings.DVKFastModeEnabled;
+    const bool normal = Settings.DVKNormalModeEnabled;
+    const bool mixed = Settings.DVKMixedModeEnabled;
+    switch (mode) {
+    case AlwaysFast: mode = normal ? AlwaysNormal : mixed ? MixedMode : AlwaysFast; break;
+    case AlwaysNormal: mode = mixed ? MixedMode : fast ? AlwaysFast : AlwaysNormal; break;
+    case MixedMode: mode = fast ? AlwaysFast : normal ? AlwaysNormal : MixedMode; break;
+    }
+    Station.VoiceModeChanged();
+}
+
+// ---- Insert
+
+// The call is checked as if the operator had gone on; the DUPE line is shown here, so that the
+// exchange field does not show it a second time.
+void CheckForInsert(const KeyEvent &event) {
+    Entry.InsertActive = true;
+    if (event.FieldIndex != 0)
+        return;
+    QsoHooks.Dupecheck(UpperCase(Trim(CallField().Text)));
+    ShowVerdict();
+    if (Entry.DupeFlag)
+        QsoHooks.DupeLabelShow();
+}
+
+void InsertOnPhone(const KeyEvent &event) {
+    CheckForInsert(event);
+    const bool speaks = LogForm.CheckCall.Checked || LogForm.CheckExchange.Checked;
+    if (speaks)
+        Station.SayCallAndExchange(LogForm.CheckCall.Checked, LogForm.CheckExchange.Checked);
+    if (speaks || (event.FieldIndex == 0 && Entry.DupeFlag))
+        SetFocus(ExchangeField());
+}
+
+// Whether the exchange goes out behind the call: nothing has been received yet, or what stands in
+// the field begins with a blank, as a fill does that waits for its number.
+bool ExchangeIsYetToCome(const KeyEvent &event) {
+    const std::string &text = ExchangeField().Text;
+    const bool plain = event.Shift != kShift && event.Shift != kAlt;
+    return text.empty() || IsPrefillOnly() || (text.front() == ' ' && plain);
+}
+
+void InsertOnCw(const KeyEvent &event) {
+    constexpr int kCallAndExchange = 10, kExchangeAlone = 11, kDupe = 12; // rows of the macros
+    Station.BeginFirstCall();
+    CheckForInsert(event);
+    if (event.FieldIndex == 0 && Entry.DupeFlag && Settings.DupeSendMsgFlag) {
+        Station.SendRow(kDupe);
+        EscAction();
+        return;
+    }
+    Station.SendRow(ExchangeIsYetToCome(event) ? kCallAndExchange : kExchangeAlone);
+    const bool empty = CallField().Text.empty() && ExchangeField().Text.empty();
+    SetFocus(empty ? CallField() : ExchangeField());
+}
+
+// ---- remembered calls
+
+void WipeAll(const KeyEvent &) {
+    WipeEntry();
+    CallTextChanged(); // no call: nothing of it shows any longer
+}
+
+bool CallIsTyped(const KeyEvent &event) {
+    return CtrlOrAlt(event) && !Trim(CallField().Text).empty();
+}
+
+void RememberCall(const KeyEvent &) {
+    auto &calls = Keyboard.QuickMem;
+    std::shift_right(calls.begin(), calls.end(), 1);
+    calls.front() = UpperCase(Trim(CallField().Text));
+    WipeEntry();
+}
+
+// The call arrives as if it were typed.
+void RecallMemory(i16 position) {
+    Keyboard.QuickMemPos = position;
+    const std::string &call = Keyboard.QuickMem[static_cast<std::size_t>(position) - 1];
+    if (call.empty())
+        return;
+    SetFieldText(CallField(), call);
+    CallTextChanged();
+}
+
+void RecallNewest(const KeyEvent &) {
+    RecallMemory(1);
+}
+
+void RecallBack(const KeyEvent &) {
+    RecallMemory(Keyboard.QuickMemPos > 1 ? static_cast<i16>(Keyboard.QuickMemPos - 1) : i16{5});
+}
+
+void RecallOn(const KeyEvent &) {
+    RecallMemory(Keyboard.QuickMemPos < 5 ? static_cast<i16>(Keyboard.QuickMemPos + 1) : i16{1});
+}
+
+// ---- two radios
+
+// In these contests the map shows the band that is being logged.
+void RedrawMapOfBand() {
+    if (Contest.ContestId == kNaqp || Contest.ContestId == kArrlDx)
+        Station.RedrawMap();
+}
+
+void SwitchRadio(const KeyEvent &event) {
+    if (CtrlOrAlt(event)) {
+        Station.SwapTransmitRadio();
+    } else {
+        Station.SetActiveRadio();
+        RedrawMapOfBand();
+    }
+    RecheckCall();
+}
+
+// The other radio logs, on the band that it was left on.
+void SwapLoggedRadio(const KeyEvent &) {
+    const bool toSecond = Radios.LogRadio == 1;
+    Radios.RadioBandMode[toSecond ? 0 : 1] = CurrentBand();
+    Radios.LogRadio = toSecond ? 2 : 1;
+    CurrentBand() = Radios.RadioBandMode[toSecond ? 1 : 0];
+    WriteQSONrLabel();
+    ShowLabel(LogForm.ActiveLogLabel, toSecond ? "Log R2" : "Log R1");
+    LogForm.ActiveLogLabel.ForeColor = LogForm.QSONrLabel.ForeColor =
+        toSecond ? Color::Red : Color::Blue;
+    if (Contest.ContestId == kNaqp || (Contest.ContestId == kArrlDx && !Contest.StationUSVE))
+        Station.RedrawMap();
+}
+
 struct KeyRow {
     int FirstKey;
     int LastKey;
@@ -90,11 +264,30 @@ struct KeyRow {
 // Tested in this order; the first row that applies ends the handler and uses the key up, but for
 // the blank, which goes on to the character handler.
 constexpr std::array kKeyTable = {
-    KeyRow{'Z', 'Z', CtrlOrAlt, [](const KeyEvent &) { WipeEntry(); }},
-    KeyRow{'X', 'X', CtrlOrAlt, [](const KeyEvent &) { WipeEntry(); }},
+    KeyRow{kKeyF1, kKeyF7, Always, SendFunctionKey},
+    KeyRow{kKeyF11, kKeyF12, Always, SendFunctionKey},
+    KeyRow{kKeyCapsLock, kKeyCapsLock, OnCw, OpenKeyboardCw},
+    KeyRow{kKeyF8, kKeyF8, OnCw, SendCallField},
+    KeyRow{kKeyF9, kKeyF9, Always, SwitchRadio},
+    KeyRow{kKeyF10, kKeyF10, Always, SwapLoggedRadio},
+    KeyRow{'Z', 'Z', CtrlOrAlt, WipeAll},
+    KeyRow{'X', 'X', CtrlOrAlt, WipeAll},
+    KeyRow{'W', 'W',
+           [](const KeyEvent &event) { return CtrlOrAlt(event) && Station.WinkeyIsOpen(); },
+           [](const KeyEvent &) { Station.CycleWinkeySpeedMode(); }},
+    KeyRow{'R', 'R', Ctrl,
+           [](const KeyEvent &) { Keyboard.RITClearOnTU = !Keyboard.RITClearOnTU; }},
+    KeyRow{kKeyPageUp, kKeyPageUp, Always, [](const KeyEvent &) { ChangeSpeed(1); }},
+    KeyRow{kKeyPageDown, kKeyPageDown, Always, [](const KeyEvent &) { ChangeSpeed(-1); }},
+    KeyRow{'M', 'M', CallIsTyped, RememberCall},
+    KeyRow{kKeyLeft, kKeyLeft, Alt, RecallNewest},
+    KeyRow{kKeyRight, kKeyRight, Alt, RecallNewest},
+    KeyRow{kKeyUp, kKeyUp, Alt, RecallBack},
+    KeyRow{kKeyDown, kKeyDown, Alt, RecallOn},
     KeyRow{kKeyDown, kKeyDown, Ctrl, [](const KeyEvent &) { StepBand(false); }},
     KeyRow{kKeyUp, kKeyUp, Ctrl, [](const KeyEvent &) { StepBand(true); }},
-    KeyRow{kKeyLeft, kKeyRight, Ctrl, [](const KeyEvent &) { SwitchMode(IsCw(CurrentBand())); }},
+    KeyRow{kKeyLeft, kKeyLeft, Ctrl, [](const KeyEvent &) { SwitchMode(IsCw(CurrentBand())); }},
+    KeyRow{kKeyRight, kKeyRight, Ctrl, [](const KeyEvent &) { SwitchMode(IsCw(CurrentBand())); }},
     KeyRow{kKeySpace, kKeySpace, Always, FlipField},
     KeyRow{kKeyEnter, kKeyEnter, Always,
            [](const KeyEvent &event) { LogQso(event.FieldIndex, static_cast<i16>(event.Shift)); }},
@@ -103,12 +296,63 @@ constexpr std::array kKeyTable = {
                Entry.SendAfterLog = true;
                LogQso(event.FieldIndex, static_cast<i16>(event.Shift));
            }},
+    KeyRow{kKeyInsert, kKeyInsert, OnCw, InsertOnCw},
+    KeyRow{kKeyInsert, kKeyInsert, Always, InsertOnPhone},
 };
+
+// ---- extra keys
+
+bool IsMapped(const std::string &mapping, const KeyEvent &event) {
+    const bool upArrow = event.KeyCode == kKeyUp && event.Shift == 0;
+    const bool all = mapping == "All";
+    return ((all || mapping == "backslash") && Keyboard.BackslashHit) ||
+           ((all || mapping == "rightbracket") && Keyboard.RightBracketHit) ||
+           ((all || mapping == "uparrow") && upArrow);
+}
+
+void ForgetHits() {
+    Keyboard.BackslashHit = Keyboard.RightBracketHit = false;
+}
+
+// Two keys may stand for Insert and for F9.
+int MappedKey(const KeyEvent &event) {
+    const bool isInsert = Settings.Key1IsMapped && IsMapped(Settings.Key1Mapping, event);
+    const bool isF9 = !isInsert && Settings.Key2IsMapped && IsMapped(Settings.Key2Mapping, event);
+    if (isInsert || isF9)
+        ForgetHits();
+    return isInsert ? kKeyInsert : isF9 ? kKeyF9 : event.KeyCode;
+}
+
+// True if the character is a key of its own, and no text.
+bool ActsAsKey(int charCode) {
+    switch (charCode) {
+    case ']': Keyboard.RightBracketHit = true; break;
+    case '\\': Keyboard.BackslashHit = true; break;
+    case '+':
+    case '-':
+    case '!':
+        if (IsCw(CurrentBand()))
+            ChangeSpeed(charCode == '+' ? 1 : -1);
+        else
+            StepVoiceMode();
+        return true;
+    default: return charCode == '"' || charCode == '\'';
+    }
+    int key = kKeyRight; // does nothing unless it is mapped
+    InDataKeyDown(0, key, 0);
+    return true;
+}
 
 } // namespace
 
 void InDataKeyDown(i16 fieldIndex, int &keyCode, int shift) {
+    if (Log.LogState == kNoLog) { // the fields are hidden, but the keyboard may still be theirs
+        keyCode = kKeyNone;
+        return;
+    }
     Entry.SendAfterLog = false;
+    keyCode = MappedKey({fieldIndex, keyCode, shift});
+    Entry.InsertActive = false;
     const KeyEvent event{fieldIndex, keyCode, shift};
     for (const KeyRow &row : kKeyTable) {
         if (keyCode < row.FirstKey || keyCode > row.LastKey || !row.Applies(event))
@@ -121,16 +365,27 @@ void InDataKeyDown(i16 fieldIndex, int &keyCode, int shift) {
 }
 
 void InDataKeyPress(i16 fieldIndex, int &charCode) {
+    if (Log.LogState == kNoLog) {
+        charCode = 0;
+        return;
+    }
     if (charCode >= 'a' && charCode <= 'z')
         charCode += 'A' - 'a';
-    const bool swallowed = charCode == '"' || charCode == '\'' ||
-                           (charCode == ' ' && (fieldIndex == 0 || BlankFlips()));
+    ForgetHits();
+    const bool swallowed =
+        ActsAsKey(charCode) || (charCode == ' ' && (fieldIndex == 0 || BlankFlips()));
     if (swallowed)
         charCode = 0;
 }
 
 void EscAction() {
-    WipeEntry();
+    if (!Station.CancelSending()) {
+        WipeEntry();
+        CallTextChanged();
+    }
+    LogForm.TimeLocalLabel.Visible = true;
+    LogForm.LabelSendingMsg.Visible = false;
+    CallField().ForeColor = Color::Black;
 }
 
 void StepBand(bool upwards) {

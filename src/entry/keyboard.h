@@ -4,7 +4,19 @@
 
 #include "session/fixed_text.h"
 
+#include <array>
+#include <string>
+
 namespace zrt {
+
+struct KeyboardState {
+    std::array<std::string, 5> QuickMem; // remembered calls, newest first
+    i16 QuickMemPos = 1;                 // the one that was recalled last, 1 to 5
+    bool RightBracketHit = false;        // set by the character, used up by the key
+    bool BackslashHit = false;
+    bool RITClearOnTU = false; // Ctrl+R: the TU message takes the radio's RIT back
+};
+extern KeyboardState Keyboard;
 
 // What the keyboard asks of the modules that stand above it or come from other folders.
 struct KeyboardHooks {
@@ -18,7 +30,7 @@ void InDataKeyDown(i16 fieldIndex, int &keyCode, int shift);
 // `charCode` is upper-cased, or 0 on return when the character is swallowed.
 void InDataKeyPress(i16 fieldIndex, int &charCode);
 
-// The Cancel button and the Esc key: wipes the entry.
+// The Cancel button and the Esc key: ends what is being sent, or wipes the entry.
 void EscAction();
 
 // The next active band of the ring, downwards (10 m to 160 m) or upwards.

@@ -82,12 +82,16 @@ void NameMenus() {
     NameMenu(LogForm.mnuEditKillAll, "Kill All Entries", "mnuEdit");
     NameMenu(LogForm.mnuEditMarkDecade, "Mark Years as 2020 to 2029...", "mnuEdit");
     NameMenu(LogForm.mnuView, "View", "");
+    NameMenu(LogForm.mnuviewCheckPartial, "Check Partial", "mnuView");
     NameMenu(LogForm.mnuMode, "Mode", "");
     NameMenu(LogForm.mnuModeCW, "CW", "mnuMode");
     NameMenu(LogForm.mnuModePhone, "Phone", "mnuMode");
     NameMenu(LogForm.mnuBandMode, "Active Bands...", "mnuMode");
     NameMenu(LogForm.mnuRadioWK, "Radio", "");
     NameMenu(LogForm.mnuHelp, "Help", "");
+    NameMenu(LogForm.mnuHelpContents, "Contents", "mnuHelp");
+    NameMenu(LogForm.mnuHelpContestRules, "Contest Rules", "mnuHelp");
+    NameMenu(LogForm.mnuHelpKeyboardCommands, "Keyboard Commands", "mnuHelp");
     NameMenu(LogForm.mnuHelpAbout, "About ZRTLOG", "mnuHelp");
 }
 
@@ -109,6 +113,7 @@ void RegisterLogForm() {
         {"lblExchange", &LogForm.lblExchange, "Caption of the exchange field"},
         {"lblDupe", &LogForm.lblDupe, "Duplicate contact"},
         {"QSONrLabel", &LogForm.QSONrLabel, "Number, band and mode of the next contact"},
+        {"ActiveLogLabel", &LogForm.ActiveLogLabel, "Radio that logs"},
         {"ScoreLabel", &LogForm.ScoreLabel, "Score"},
         {"MultsLabel", &LogForm.MultsLabel, "Multipliers"},
         {"Modelabel", &LogForm.Modelabel, "Modes of the prior contacts"},
@@ -143,12 +148,17 @@ void RegisterLogForm() {
         {"mnuEditKillAll", &LogForm.mnuEditKillAll, "Empty the log"},
         {"mnuEditMarkDecade", &LogForm.mnuEditMarkDecade, "Give all contacts their decade"},
         {"mnuView", &LogForm.mnuView, "View menu"},
+        {"mnuviewCheckPartial", &LogForm.mnuviewCheckPartial,
+         "Show the calls that hold what is typed"},
         {"mnuMode", &LogForm.mnuMode, "Mode menu"},
         {"mnuModeCW", &LogForm.mnuModeCW, "Log CW contacts"},
         {"mnuModePhone", &LogForm.mnuModePhone, "Log phone contacts"},
         {"mnuBandMode", &LogForm.mnuBandMode, "Choose the active bands"},
         {"mnuRadioWK", &LogForm.mnuRadioWK, "Radio and Winkeyer menu"},
         {"mnuHelp", &LogForm.mnuHelp, "Help menu"},
+        {"mnuHelpContents", &LogForm.mnuHelpContents, "The manual"},
+        {"mnuHelpContestRules", &LogForm.mnuHelpContestRules, "The manual on the contests"},
+        {"mnuHelpKeyboardCommands", &LogForm.mnuHelpKeyboardCommands, "The manual on the keys"},
         {"mnuHelpAbout", &LogForm.mnuHelpAbout, "What this program is"},
     };
     for (std::size_t i = 0; i < LogForm.PrevQSO.size(); ++i)

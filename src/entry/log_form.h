@@ -15,10 +15,11 @@ struct LogFormWindow : Form {
     MenuItem mnuFile, mnuFileNew, mnuFileOpen, mnuFileSave, mnuFileBackup;
     MenuItem mnuFileRecentBar, mnuFileExitBar, mnuFileExit;
     std::array<MenuItem, 4> mnuFileRecent; // named mnuFileRecent(1) to mnuFileRecent(4)
-    MenuItem mnuEdit, mnuEditLast, mnuEditKillLast, mnuEditKillAll, mnuEditMarkDecade, mnuView;
+    MenuItem mnuEdit, mnuEditLast, mnuEditKillLast, mnuEditKillAll, mnuEditMarkDecade;
+    MenuItem mnuView, mnuviewCheckPartial;
     MenuItem mnuMode, mnuModeCW, mnuModePhone, mnuBandMode;
     MenuItem mnuRadioWK;
-    MenuItem mnuHelp, mnuHelpAbout;
+    MenuItem mnuHelp, mnuHelpContents, mnuHelpContestRules, mnuHelpKeyboardCommands, mnuHelpAbout;
 
     Label lblLog;                   // "Log: " name " - - Contest: " name
     Label lblCallsign, lblExchange; // captions of the two fields
@@ -27,6 +28,7 @@ struct LogFormWindow : Form {
     Button AddButton, CancelButton;
     CheckBox CheckCall, CheckExchange; // what the voice keyer says
     Label QSONrLabel;                  // number, band and mode of the next contact
+    Label ActiveLogLabel;              // the radio that logs, while the other one is not idle
     Label ScoreLabel, MultsLabel;
     Label Modelabel;              // heads the prior contacts
     std::array<Label, 8> PrevQSO; // named PrevQSO(1) to PrevQSO(8)

@@ -3,6 +3,7 @@
 #include "entry/dupes.h"
 #include "entry/log_form.h"
 #include "entry/points.h"
+#include "entry/station_hooks.h"
 #include "entry/statistics.h"
 #include "entry/utc_clock.h"
 #include "platform/dialogs.h"
@@ -25,8 +26,6 @@ LogQsoHooks QsoHooks;
 namespace {
 
 constexpr std::size_t kLongestCall = 10;
-constexpr int kKeyF5 = 116;
-constexpr int kKeyF6 = 117;
 
 // The lowest and highest frequency that is stored, in kHz.
 constexpr float kLowestFrequency = 1800.0F;
@@ -83,7 +82,7 @@ bool CallIsThere(i16 shift) {
     if (!CallText().empty())
         return true;
     if (Settings.SendF1Enabled && shift != kShift)
-        QsoHooks.SendMacro(kKeyF1, false);
+        (void)SendMessage(kKeyF1, false);
     SetFocus(CallField());
     return false;
 }
@@ -295,7 +294,7 @@ void SendF5OrF6() {
     Entry.TuCount = inRange(Entry.TuCount);
     const bool full = Entry.TuCount >= Entry.TuEvery;
     Entry.TuCount = full ? i16{1} : static_cast<i16>(Entry.TuCount + 1);
-    QsoHooks.SendMacro(full ? kKeyF5 : kKeyF6, false);
+    (void)SendMessage(full ? kKeyF5 : kKeyF6, false);
 }
 
 void SendNextMessage(bool afterApostrophe, i16 shift) {
@@ -303,7 +302,7 @@ void SendNextMessage(bool afterApostrophe, i16 shift) {
         return;
     if (afterApostrophe) {
         if (Settings.LogandSendF6Enabled)
-            QsoHooks.SendMacro(kKeyF6, false);
+            (void)SendMessage(kKeyF6, false);
     } else if (Settings.LogandSendF5Enabled) {
         SendF5OrF6();
     }

@@ -3,6 +3,7 @@
 // call it.
 #pragma once
 
+#include "entry/call_commands.h"
 #include "entry/dupes.h"
 #include "entry/exchange_parsers.h"
 #include "entry/multipliers.h"
@@ -15,8 +16,7 @@ namespace zrt {
 // until they are installed; a test may put its own in the place of any.
 struct LogQsoHooks {
     // Carries out the command in the call field. False if there is none: it is a call.
-    bool (*CarryOutCallCommand)() = [] { return false; };
-    void (*SendMacro)(int keyCode, bool repeat) = [](int, bool) {};
+    bool (*CarryOutCallCommand)() = zrt::CarryOutCallCommand;
     void (*Dupecheck)(std::string_view call) = zrt::Dupecheck;
     void (*DupeLabelShow)() = zrt::DupeLabelShow;
     void (*ParseExchange)(ParsedExchange &parsed) = zrt::ParseExchange;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,11 @@ struct OldCallState {
     std::vector<OldCallRow> Rows; // sorted by call, each call once
     bool ShowOldCalls = false;
     bool ShowCurrentCalls = true; // those of the open log
+
+    // The calls of Rows in one block for the search, each with LF behind it, and where each begins;
+    // the end of the block is the last start. Only PrepareOldCallBlock fills them.
+    std::string Block;
+    std::vector<std::uint32_t> Start;
 };
 extern OldCallState OldCalls;
 
@@ -26,5 +32,7 @@ extern OldCallState OldCalls;
 std::size_t FindOldCall(std::string_view call);
 // The place of the call, which is inserted if it is not there; a call that is keeps its exchange.
 std::size_t InsertOldCall(std::string_view call, std::string_view exchange);
+// Makes the block anew if calls were inserted since.
+void PrepareOldCallBlock();
 
 } // namespace zrt

@@ -95,7 +95,11 @@ void HideNeeds() {
 } // namespace
 
 void CallTextChanged() {
-    const std::string call = TextOf(LogForm.InData[0]);
+    TextBox &field = LogForm.InData[0];
+    field.Text = UpperCase(field.Text); // what is pasted may be in small letters
+    const std::string call = TextOf(field);
+    if (!call.empty())
+        Entry.SavedCall = call;
     Typing.PartialCheck(call);
     ShowCallMatches(call);
     if (call.empty())

@@ -134,9 +134,10 @@ std::string FolderWithSeparator() {
 }
 
 bool OpenHelp(const std::string &helpFile, int topic) {
-    if (!Files.Exists(helpFile))
+    const std::string page = HelpPage(helpFile, topic);
+    if (page.empty())
         return false;
-    Devices.HelpFile = helpFile;
+    Devices.HelpPage = page;
     Devices.HelpTopic = topic;
     return true;
 }

@@ -40,8 +40,8 @@ struct DeviceState {
     std::vector<std::string> WavesStarted; // file names as the program gave them
     bool SoundFails = false;
     std::vector<Tone> Tones;
-    std::string HelpFile;
-    int HelpTopic = -1; // opened last
+    std::string HelpPage; // opened last
+    int HelpTopic = -1;
 
     std::vector<ScheduledEvent> Scheduled; // in no order
 

@@ -1,8 +1,12 @@
 #include "headless/state_names.h"
 
 #include "entry/dupes.h"
+#include "entry/keyboard.h"
 #include "entry/log_form.h"
+#include "entry/station_hooks.h"
 #include "entry/statistics.h"
+#include "headless/devices.h"
+#include "platform/files.h"
 #include "session/contests.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
@@ -92,6 +96,11 @@ const std::map<std::string, Scalar, std::less<>> kScalars = {
     {"LastSendHadCall", [] { return AsText(Entry.LastSendHadCall); }},
     {"TuEvery", [] { return AsText(Entry.TuEvery); }},
     {"TuCount", [] { return AsText(Entry.TuCount); }},
+    {"RITClearOnTU", [] { return AsText(Keyboard.RITClearOnTU); }},
+    {"QuickMemPos", [] { return AsText(Keyboard.QuickMemPos); }},
+    {"RequestCount", [] { return AsText(Requests.Made.size()); }},
+    {"LastRequest",
+     [] { return AsText(Requests.Made.empty() ? std::string() : Requests.Made.back()); }},
     {"SavedCall", [] { return AsText(Entry.SavedCall); }},
     {"CurrentCallCount", [] { return AsText(Dupes.CurrentCalls.size()); }},
     {"PortableCount", [] { return AsText(Dupes.PortableTable.size()); }},
@@ -109,6 +118,7 @@ const std::map<std::string, Scalar, std::less<>> kScalars = {
     {"PrefixCount", [] { return AsText(Reference.PrefixCount); }},
     {"SCPCount", [] { return AsText(Reference.SCPCount); }},
     {"SCPLoaded", [] { return AsText(Reference.SCPLoaded); }},
+    {"HelpPage", [] { return NameOf(Devices.HelpPage); }}, // opened last, without its folder
     {"CallMatchCount", [] { return AsText(Reference.CallMatchCount); }},
 };
 
@@ -134,6 +144,7 @@ const std::map<std::string, Array, std::less<>> kArrays = {
     {"MinuteIndex",
      {[](std::size_t i) { return AsText(Statistics.MinuteIndex[i]); }, 1, kMostEntries}},
     {"RecentFile", {[](std::size_t i) { return AsText(Settings.RecentFile[i - 1]); }, 1, 4}},
+    {"QuickMem", {[](std::size_t i) { return AsText(Keyboard.QuickMem[i - 1]); }, 1, 5}},
     {"ProfileName",
      {[](std::size_t i) { return AsText(Profiles.Table[i - 1].ProfileName); }, 1, 4}},
     {"CallHash", {[](std::size_t i) { return AsText(Dupes.CallHash[i]); }, 1, kMostEntries}},

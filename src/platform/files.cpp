@@ -53,6 +53,22 @@ int ReadFile(const std::string &path, FileBytes &bytes) {
     return 0;
 }
 
+int ReadFileUpTo(const std::string &path, std::uint64_t most, FileBytes &bytes) {
+    OpenedFile file;
+    std::uint64_t length = 0;
+    if (const int error = file.Open(path, OpenMode::Read))
+        return error;
+    if (const int error = file.Length(length))
+        return error;
+    if (length > most)
+        return EFBIG;
+    bytes.resize(length);
+    std::size_t got = 0;
+    const int error = file.ReadAt(0, bytes, got);
+    bytes.resize(got);
+    return error;
+}
+
 int ReadTextFile(const std::string &path, std::string &text) {
     FileBytes bytes;
     const int error = ReadFile(path, bytes);

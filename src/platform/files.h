@@ -67,6 +67,8 @@ class OpenedFile {
 // Reads a file whole.
 [[nodiscard]] int ReadFile(const std::string &path, FileBytes &bytes);
 [[nodiscard]] int ReadTextFile(const std::string &path, std::string &text);
+// The same for a file of no more than `most` bytes; a longer one is error EFBIG, and not read.
+[[nodiscard]] int ReadFileUpTo(const std::string &path, std::uint64_t most, FileBytes &bytes);
 
 // Writes a file whole and safely: to a side file, synced, then renamed over `path`. After an error
 // `path` is as it was.

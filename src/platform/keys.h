@@ -32,6 +32,13 @@ enum Key : int {
     kKeyDecimal = 110,
     kKeyDivide = 111,
     kKeyF1 = 112,
+    kKeyF5 = 116,
+    kKeyF6 = 117,
+    kKeyF7 = 118,
+    kKeyF8 = 119,
+    kKeyF9 = 120,
+    kKeyF10 = 121,
+    kKeyF11 = 122,
     kKeyF12 = 123,
     kKeyApostrophe = 222,
 };

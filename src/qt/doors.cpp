@@ -65,18 +65,9 @@ std::string DefaultsFolder() {
                                            : std::string(ZRT_SHIPPED_DATA));
 }
 
-// The pages are one html file that stands where the help file is expected, with an anchor for
-// each topic number.
 bool OpenHelp(const std::string &helpFile, int topic) {
-    const QFileInfo asked(QString::fromStdString(FolderOf(helpFile) + NameOf(helpFile)));
-    const QFileInfo page(asked.path() + QLatin1Char('/') + asked.completeBaseName() +
-                         QStringLiteral(".html"));
-    if (!page.isFile())
-        return false;
-    QUrl address = QUrl::fromLocalFile(page.absoluteFilePath());
-    if (topic != 0)
-        address.setFragment(QStringLiteral("topic%1").arg(topic));
-    return QDesktopServices::openUrl(address);
+    const QFileInfo page(QString::fromStdString(HelpPage(helpFile, topic)));
+    return page.isFile() && QDesktopServices::openUrl(QUrl::fromLocalFile(page.absoluteFilePath()));
 }
 
 } // namespace

@@ -37,6 +37,7 @@ constexpr LabelLook kLocalLook = {.Sample = "Sending Msg 10 of 10 [Pause]",
                                   .Grows = false};
 constexpr LabelLook kNumberLook = {
     .Sample = "QSO Nr 9000    (160m SSB)", .Scale = 1.5, .Bold = true, .Grows = false};
+constexpr LabelLook kRadioLook = {.Sample = "Log R2", .Scale = 1.1, .Bold = true, .Grows = false};
 constexpr LabelLook kScoreLook = {.Sample = "Score: 9,999,999",
                                   .Scale = 1.1,
                                   .FixedPitch = true,
@@ -103,6 +104,7 @@ QLayout *BuildNumbers() {
     auto *row = new QHBoxLayout;
     row->setSpacing(Lines(1.2));
     row->addWidget(NewLabel(LogForm, LogForm.QSONrLabel, kNumberLook));
+    row->addWidget(NewLabel(LogForm, LogForm.ActiveLogLabel, kRadioLook));
     row->addStretch(1);
     row->addWidget(NewLabel(LogForm, LogForm.ScoreLabel, kScoreLook));
     row->addWidget(NewLabel(LogForm, LogForm.MultsLabel, kMultsLook));

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -35,10 +36,10 @@ struct HeldEvent {
 struct OperatorState {
     std::function<void()> QuitAsked;
     std::bitset<kKeyCodes> Down;
-    std::bitset<kKeyCodes> Hit; // pressed since last asked
-    int Draining = 0;           // KeyPressed is looking at the queue of the window system
-    bool Releasing = false;     // held events are being served; their keys were noted before
-    std::deque<HeldEvent> Held;
+    std::bitset<kKeyCodes> Hit;     // pressed since last asked
+    int Draining = 0;               // KeyPressed is looking at the queue of the window system
+    std::deque<HeldEvent> Held;     // while there are some, a posted event is to serve the first
+    const QEvent *Served = nullptr; // was held; its key was noted then
 };
 OperatorState Operator;
 
@@ -75,16 +76,28 @@ bool IsOperatorInput(QEvent::Type type) {
     }
 }
 
-void ServeHeldEvents() {
-    while (!Operator.Held.empty() && Operator.Draining == 0) {
-        const HeldEvent held = std::move(Operator.Held.front());
-        Operator.Held.pop_front();
-        if (held.Receiver.isNull())
-            continue;
-        Operator.Releasing = true;
-        QCoreApplication::sendEvent(held.Receiver, held.Event.get());
-        Operator.Releasing = false;
-    }
+// One a turn: its handler may wait, and then the others are served inside that wait.
+void ServeHeldEvent() {
+    if (Operator.Held.empty() || Operator.Draining > 0)
+        return;
+    const HeldEvent held = std::move(Operator.Held.front());
+    Operator.Held.pop_front();
+    if (!Operator.Held.empty())
+        Post(ServeHeldEvent);
+    if (held.Receiver.isNull())
+        return;
+    Operator.Served = held.Event.get();
+    QCoreApplication::sendEvent(held.Receiver, held.Event.get());
+    Operator.Served = nullptr;
+}
+
+// What comes in behind held events waits with them, or it would overtake them.
+bool IsToWait(const QObject &object, const QEvent &event) {
+    if ((Operator.Draining == 0 && Operator.Held.empty()) || &event == Operator.Served)
+        return false;
+    if (event.type() == QEvent::InputMethod) // goes past the window
+        return object.isWidgetType();
+    return object.isWindowType() && IsOperatorInput(event.type());
 }
 
 bool IsKeyTarget(const QObject *object) {
@@ -157,6 +170,20 @@ bool TakeKey(Form &form, QWidget &target, QKeyEvent &event) {
     return true;
 }
 
+// Not every platform keeps the keyboard from a window that does not want it.
+bool WantsKeyboard(const QWidget &window) {
+    return !window.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus);
+}
+
+// For a key that came to such a window on its way to the one in front.
+bool TakeKeyInFront(QKeyEvent &event) {
+    Form *front = ActiveForm();
+    QWidget *target = front == nullptr ? nullptr : ViewOf(*front)->focusWidget();
+    if (target != nullptr)
+        (void)TakeKey(*front, *target, event);
+    return true;
+}
+
 // A focus that comes with the window or goes to a menu is no choice of the operator's.
 bool IsChoice(Qt::FocusReason reason) {
     return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
@@ -168,12 +195,13 @@ class OperatorFilter : public QObject {
     using QObject::QObject;
 
     bool eventFilter(QObject *object, QEvent *event) override {
-        if (Operator.Draining > 0 && object->isWindowType() && IsOperatorInput(event->type()))
+        if (IsToWait(*object, *event))
             return Hold(*object, *event);
         switch (event->type()) {
         case QEvent::ShortcutOverride: return TakeOverride(*object, *event);
         case QEvent::KeyPress: return Key(*object, static_cast<QKeyEvent &>(*event));
         case QEvent::KeyRelease: Note(*object, static_cast<QKeyEvent &>(*event)); return false;
+        case QEvent::InputMethod: return Compose(*object, static_cast<QInputMethodEvent &>(*event));
         case QEvent::FocusIn: FocusIn(*object, static_cast<QFocusEvent &>(*event)); return false;
         case QEvent::FocusOut: FocusOut(*object); return false;
         case QEvent::WindowActivate: Activated(*object); return false;
@@ -192,7 +220,7 @@ class OperatorFilter : public QObject {
 
   private:
     static void Note(const QObject &object, const QKeyEvent &event) {
-        if (!Operator.Releasing && IsFirstStation(object, event, IsKeyTarget(&object)))
+        if (&event != Operator.Served && IsFirstStation(object, event, IsKeyTarget(&object)))
             NoteKey(event);
     }
 
@@ -214,11 +242,29 @@ class OperatorFilter : public QObject {
         Note(object, event);
         if (!IsKeyTarget(&object))
             return false;
-        Operator.Releasing = false; // keys that come while this one is handled are new
         Form *form = FormUnder(&object);
-        if (form == nullptr || !TakeKey(*form, static_cast<QWidget &>(object), event))
+        if (form == nullptr)
+            return false;
+        auto &widget = static_cast<QWidget &>(object);
+        const bool used =
+            WantsKeyboard(*widget.window()) ? TakeKey(*form, widget, event) : TakeKeyInFront(event);
+        if (used)
+            event.accept();
+        return used;
+    }
+
+    // A character of several strokes, such as a dead key and the blank for an apostrophe, comes as
+    // a text, to every field that can edit. The handlers get it as the stroke of a key.
+    static bool Compose(QObject &object, QInputMethodEvent &event) {
+        Form *form = FormUnder(&object);
+        if (form == nullptr || BindingOf(static_cast<QWidget *>(&object)) == nullptr)
             return false;
         event.accept();
+        for (const char32_t character : event.commitString().toStdU32String()) {
+            QKeyEvent stroke(QEvent::KeyPress, static_cast<int>(QChar::toUpper(character)),
+                             Qt::NoModifier, QString::fromUcs4(&character, 1));
+            (void)TakeKey(*form, static_cast<QWidget &>(object), stroke);
+        }
         return true;
     }
 
@@ -236,7 +282,12 @@ class OperatorFilter : public QObject {
     }
 
     static void Activated(const QObject &object) {
-        Form *form = FormOfWindow(qobject_cast<const QWidget *>(&object));
+        const auto *window = qobject_cast<const QWidget *>(&object);
+        Form *form = FormOfWindow(window);
+        if (form != nullptr && !WantsKeyboard(*window)) {
+            ActivateAgain();
+            return;
+        }
         if (form != nullptr && !Mirroring() && Screen.Modal.empty())
             Screen.Front = form;
     }
@@ -294,7 +345,7 @@ bool KeyPressed(int keyCode) {
     QCoreApplication::processEvents();
     --Operator.Draining;
     if (!Operator.Held.empty())
-        Post(ServeHeldEvents);
+        Post(ServeHeldEvent);
     const auto key = static_cast<std::size_t>(keyCode);
     const bool pressed = Operator.Down.test(key) || Operator.Hit.test(key);
     Operator.Hit.reset(key);

@@ -34,5 +34,6 @@ void BuildContestChooserView();
 void BuildBandModeView();
 void BuildAboutView();
 void BuildBackgroundView();
+void BuildPartialView();
 
 } // namespace zrt

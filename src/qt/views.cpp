@@ -4,6 +4,7 @@
 #include "app/background.h"
 #include "app/band_mode.h"
 #include "app/contest_chooser.h"
+#include "app/partial_window.h"
 #include "entry/log_form.h"
 #include "qt/mirror.h"
 #include "qt/view_parts.h"
@@ -23,7 +24,7 @@ struct View {
 const View kViews[] = {
     {&LogForm, BuildLogFormView},     {&ChCoForm, BuildContestChooserView},
     {&BandMode, BuildBandModeView},   {&Aboutzrt, BuildAboutView},
-    {&BkgdForm, BuildBackgroundView},
+    {&BkgdForm, BuildBackgroundView}, {&Partial, BuildPartialView},
 };
 
 } // namespace

@@ -246,22 +246,6 @@ void UpdateWindows(bool withWindows) {
             TakePlace(rows[window], window);
 }
 
-// ---- the file
-
-int ReadBounded(const std::string &path, std::string &text) {
-    {
-        OpenedFile file;
-        std::uint64_t length = 0;
-        if (const int error = file.Open(path, OpenMode::Read))
-            return error;
-        if (const int error = file.Length(length))
-            return error;
-        if (length > kLongestSettingsFile)
-            return EFBIG;
-    }
-    return ReadTextFile(path, text);
-}
-
 } // namespace
 
 void TakeSettingsText(std::string_view bytes) {
@@ -285,10 +269,11 @@ std::string SettingsText() {
 }
 
 int ReadSettings() {
-    std::string text;
-    if (const int error = ReadBounded(Session.AppPath + kSettingsFile, text))
+    FileBytes bytes;
+    if (const int error =
+            ReadFileUpTo(Session.AppPath + kSettingsFile, kLongestSettingsFile, bytes))
         return error;
-    TakeSettingsText(text);
+    TakeSettingsText({reinterpret_cast<const char *>(bytes.data()), bytes.size()});
     CheckTimingMethod();
     if (Settings.OpenFilePath.empty())
         Settings.OpenFilePath = Session.AppPath;

@@ -2,6 +2,7 @@
 #include "entry/log_qso.h"
 
 #include "entry/qso_recorder.h"
+#include "entry/station_hooks.h"
 #include "entry/statistics.h"
 #include "platform/keys.h"
 #include "session/radio_state.h"
@@ -318,7 +319,7 @@ TEST_F(NextMessage, TakesACountOutsideOf1To9For1) {
 }
 
 TEST_F(NextMessage, GoesOutWhenTheFieldsAreClear) {
-    QsoHooks.SendMacro = [](int, bool) {
+    Station.SendMacro = [](int, bool) {
         Recorder.Calls.push_back("send with '" + Call().Text + "'");
     };
     LogWith(kKeyEnter);

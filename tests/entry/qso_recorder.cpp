@@ -1,6 +1,8 @@
 #include "entry/qso_recorder.h"
 
+#include "entry/station_hooks.h"
 #include "platform/keys.h"
+#include "session/settings.h"
 
 namespace zrt {
 
@@ -8,11 +10,12 @@ QsoRecorder Recorder;
 
 void InstallRecorder() {
     Recorder = {};
+    Settings.CWActivated = true; // or no message goes out on CW
     QsoHooks.CarryOutCallCommand = [] {
         Recorder.Calls.emplace_back("command");
         return LogForm.InData[0].Text == "TU3";
     };
-    QsoHooks.SendMacro = [](int keyCode, bool repeat) {
+    Station.SendMacro = [](int keyCode, bool repeat) {
         Recorder.Calls.push_back("send F" + std::to_string(keyCode - kKeyF1 + 1) +
                                  (repeat ? " r" : ""));
     };

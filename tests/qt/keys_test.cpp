@@ -1,11 +1,14 @@
 #include "qt/small_window.h"
 
+#include "platform/events.h"
 #include "platform/keys.h"
 #include "qt/key_codes.h"
 #include "qt/mirror.h"
 #include "qt/operator_filter.h"
 #include "qt/widgets.h"
 
+#include <QApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -303,6 +306,72 @@ TEST_F(Keys, WhatComesInWhileAKeyIsAskedAboutIsServedLaterInItsOrder) {
     EXPECT_EQ(Window.Field[0].Text, "AB");
     EXPECT_THAT(Heard, ElementsAre("cancel"));
     EXPECT_FALSE(KeyPressed(kKeyEsc)); // it was pressed once
+}
+
+TEST_F(Keys, WhatComesBehindAHeldKeyDoesNotOvertakeIt) {
+    auto *window = ViewOf(Window)->windowHandle();
+    const Later later(0, [window] {
+        QTest::keyClick(window, 'a');
+        QInputMethodEvent composed;
+        composed.setCommitString(QStringLiteral("b"));
+        QCoreApplication::sendEvent(Edit(0), &composed);
+    });
+    (void)KeyPressed(kKeyEsc);
+    EXPECT_EQ(Window.Field[0].Text, "");
+    QTest::keyClick(window, 'c'); // before those two were served
+    Turn();
+    EXPECT_EQ(Window.Field[0].Text, "ABC");
+}
+
+TEST_F(Keys, HeldKeysAreServedInTheWaitOfTheFirstOfThem) {
+    auto *window = ViewOf(Window)->windowHandle();
+    std::size_t heardInWait = 0;
+    Window.Field[0].KeyDown = [&](int &keyCode, int) {
+        Codes.push_back(keyCode);
+        if (keyCode != kKeyF1)
+            return;
+        PumpUntil(Clock.Steady() + kSecond, [this] { return Codes.size() == 3; });
+        heardInWait = Codes.size();
+    };
+    const Later later(0, [window] {
+        QTest::keyClick(window, Qt::Key_F1);
+        QTest::keyClick(window, 'a');
+    });
+    (void)KeyPressed(kKeyEsc);
+    const Later behind(20, [window] { QTest::keyClick(window, 'b'); });
+    Turn();
+    EXPECT_EQ(heardInWait, 3U);
+    EXPECT_THAT(Codes, ElementsAre(kKeyF1, 'A', 'B'));
+    EXPECT_EQ(Window.Field[0].Text, "AB");
+}
+
+TEST_F(Keys, AComposedCharacterIsAStrokeForTheHandlers) {
+    UsedUp = kKeyApostrophe;
+    QInputMethodEvent composed;
+    composed.setCommitString(QStringLiteral("w'\u00e9"));
+    QCoreApplication::sendEvent(Edit(0), &composed);
+    Turn();
+    EXPECT_THAT(Codes, ElementsAre('W', kKeyApostrophe, 231));
+    EXPECT_THAT(Shifts, ElementsAre(0, 0, 0));
+    EXPECT_EQ(Window.Field[0].Text, "W\xc3\xa9");
+    EXPECT_EQ(Changes, 2);
+}
+
+TEST_F(Keys, AWindowThatWantsNoKeyboardGivesItBack) {
+    ViewOf(Dialog)->setWindowFlag(Qt::WindowDoesNotAcceptFocus);
+    Dialog.Visible = true; // but not in front
+    MirrorRecords();
+    QCoreApplication::processEvents();
+    ASSERT_EQ(QApplication::activeWindow(), ViewOf(Dialog)); // this platform asks nobody
+    QTest::keyClick(ViewOf(Dialog)->windowHandle(), 'a');
+    Turn();
+    EXPECT_EQ(QApplication::activeWindow(), ViewOf(Window));
+    EXPECT_EQ(ActiveForm(), &Window);
+    QTest::keyClick(QGuiApplication::focusWindow(), 'b');
+    Turn();
+    EXPECT_EQ(Window.Field[0].Text, "AB");
+    Dialog.Visible = false;
+    Turn();
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The promise of the log, kept by the real program on a real disk: a contact whose fields have
 // cleared is in the file, whatever becomes of the process.
 #include "qt/real_program.h"
+#include "qt/real_session.h"
 #include "session/log_file.h"
 
 #include "platform/files.h"
@@ -9,7 +10,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <random>
 #include <thread>
@@ -20,52 +20,8 @@ namespace {
 constexpr int kRounds = 50;
 constexpr int kLongestLifeMs = 250; // of logging, before the kill
 
-class TemporaryHome {
-  public:
-    TemporaryHome() {
-        std::string name = (std::filesystem::temp_directory_path() / "zrtlog-XXXXXX").string();
-        Path = mkdtemp(name.data());
-    }
-    ~TemporaryHome() { std::filesystem::remove_all(Path); }
-    TemporaryHome(const TemporaryHome &) = delete;
-    TemporaryHome &operator=(const TemporaryHome &) = delete;
-    std::string Path;
-};
-
 std::string CallOf(int n) {
     return "K" + std::to_string(n) + "AB";
-}
-
-// Asks until the answer is the expected one: the program may be on its way there.
-::testing::AssertionResult Comes(RealProgram &program, const std::string &question,
-                                 const std::string &expected) {
-    constexpr auto kPatience = std::chrono::seconds(60); // a machine under load is slow, not dead
-    const auto end = std::chrono::steady_clock::now() + kPatience;
-    std::string answer;
-    while (std::chrono::steady_clock::now() < end) {
-        bool gone = false;
-        answer = program.Ask(question, gone);
-        if (gone)
-            return ::testing::AssertionFailure() << question << ": the program is gone";
-        if (answer == expected)
-            return ::testing::AssertionSuccess();
-    }
-    return ::testing::AssertionFailure() << question << ": " << answer;
-}
-
-std::string NextContact(int n) {
-    return "QSO Nr " + std::to_string(n) + "    (20m CW)";
-}
-
-void StartGenericLog(RealProgram &program) {
-    program.Start();
-    ASSERT_TRUE(Comes(program, "window", "ZRTLOG"));
-    program.Send("menu mnuFileNew");
-    ASSERT_TRUE(Comes(program, "window", "Choose Contest"));
-    program.Send("list lstContest 12");
-    program.Send("click cmdOK");
-    ASSERT_TRUE(Comes(program, "text QSONrLabel", NextContact(1)));
-    ASSERT_TRUE(Comes(program, "focus", "InData(0)"));
 }
 
 // Logs contacts until the process is killed; returns how many had cleared the fields.

@@ -18,9 +18,10 @@ namespace {
 
 constexpr int kAnswerMs = 60000; // a machine under load is slow, not dead
 
-[[noreturn]] void RunChild(const std::string &home, const std::string &in, const std::string &out) {
+[[noreturn]] void RunChild(const std::string &home, const std::string &platform,
+                           const std::string &in, const std::string &out) {
     setenv("XDG_DATA_HOME", home.c_str(), 1);
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    setenv("QT_QPA_PLATFORM", platform.c_str(), 1);
     setenv("QT_PLUGIN_PATH", ZRT_TEST_PLUGINS, 1);
     setenv("QT_QPA_GENERIC_PLUGINS", ("testkeys:" + in + ":" + out).c_str(), 1);
     setenv("ASAN_OPTIONS", "detect_leaks=0", 1); // of Qt's, which is not killed in good order
@@ -30,7 +31,8 @@ constexpr int kAnswerMs = 60000; // a machine under load is slow, not dead
 
 } // namespace
 
-RealProgram::RealProgram(std::string home) : Home(std::move(home)) {
+RealProgram::RealProgram(std::string home, std::string platform)
+    : Home(std::move(home)), Platform(std::move(platform)) {
     std::filesystem::create_directories(Folder());
     for (const auto &file : std::filesystem::directory_iterator(ZRT_SHIPPED_DATA))
         if (file.is_regular_file())
@@ -53,7 +55,7 @@ void RealProgram::Start() {
     Buffer.clear();
     Pid = fork();
     if (Pid == 0)
-        RunChild(Home, Home + "/in", Home + "/out");
+        RunChild(Home, Platform, Home + "/in", Home + "/out");
 }
 
 bool RealProgram::Send(const std::string &line) {

@@ -1,5 +1,5 @@
-// The real zrtlog binary in a process of its own, on the offscreen platform, with the keyboard of
-// the testkeys plugin. For the tests that kill it.
+// The real zrtlog binary in a process of its own, on the offscreen platform or on X11, with the
+// keyboard of the testkeys plugin. For the tests that kill it or type much.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace zrt {
 class RealProgram {
   public:
     // `home` gets the program's folder and the two pipes.
-    explicit RealProgram(std::string home);
+    explicit RealProgram(std::string home, std::string platform = "offscreen");
     ~RealProgram();
     RealProgram(const RealProgram &) = delete;
     RealProgram &operator=(const RealProgram &) = delete;
@@ -32,6 +32,7 @@ class RealProgram {
     std::string ReadLine(bool &gone);
 
     std::string Home;
+    std::string Platform;
     std::string Buffer;
     pid_t Pid = -1;
     int In = -1, Out = -1;

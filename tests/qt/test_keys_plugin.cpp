@@ -1,9 +1,12 @@
 #include "test_keys_plugin.h"
 
+#include "qt/key_codes.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -99,7 +102,29 @@ bool TestKeys::eventFilter(QObject *object, QEvent *event) {
     const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
     if (key && object->isWindowType() && event->spontaneous() && KeysUnderway > 0)
         --KeysUnderway;
+    if (NotesArrivals && event->type() == QEvent::KeyPress && object == QApplication::focusWidget())
+        NoteArrival(*object, static_cast<const QKeyEvent &>(*event));
     return false;
+}
+
+void TestKeys::NoteArrival(const QObject &object, const QKeyEvent &event) {
+    const zrt::KeyStroke stroke = zrt::StrokeOf(event);
+    if (stroke.KeyCode != zrt::kKeyNone) // a modifier alone
+        Arrived += QStringLiteral("%1 %2/%3/%4")
+                       .arg(object.objectName())
+                       .arg(stroke.KeyCode)
+                       .arg(stroke.Shift)
+                       .arg(stroke.CharCode);
+}
+
+void TestKeys::TellKeys() {
+    if (!std::exchange(NotesArrivals, true)) {
+        // The program's own filter, which was installed later, keeps keys to itself.
+        QCoreApplication::instance()->removeEventFilter(this);
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+    Answer(Arrived.join(QLatin1Char(';')));
+    Arrived.clear();
 }
 
 // A notifier is not called again inside its own handler; the lines are done from posted events,
@@ -183,6 +208,8 @@ void TestKeys::Do(const QString &command, const QString &rest) {
     } else if (command == QLatin1String("focus")) {
         const auto *widget = QApplication::focusWidget();
         Answer(widget == nullptr ? QStringLiteral("-") : widget->objectName());
+    } else if (command == QLatin1String("keys")) {
+        TellKeys();
     } else if (command == QLatin1String("window")) {
         const auto *window = QApplication::activeWindow();
         Answer(window == nullptr ? QStringLiteral("-") : window->windowTitle());

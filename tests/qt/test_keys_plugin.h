@@ -10,6 +10,9 @@
 //   text OBJECT          answers the text that the widget shows
 //   visible OBJECT       answers yes or no
 //   focus                answers the object that has the keyboard, or -
+//   keys                 answers the keys that came to a widget with the keyboard since it was last
+//                        asked, as "WIDGET CODE/SHIFT/CHARACTER;..." in the program's own numbers;
+//                        the first question only starts the noting
 //   window               answers the title of the active window, or -
 //   grab FILE            saves the active window as a PNG; answers ok or error
 //   sync                 answers ok when all input before it was handled
@@ -26,6 +29,7 @@
 
 #include <deque>
 
+class QKeyEvent;
 class QSocketNotifier;
 
 class TestKeys : public QObject {
@@ -50,6 +54,8 @@ class TestKeys : public QObject {
     void Click(const QString &name);
     void ChooseRow(const QString &rest);
     void TellText(const QString &name);
+    void TellKeys();
+    void NoteArrival(const QObject &object, const QKeyEvent &event);
     void PressNamed(const QString &name);
 
     int In = -1;
@@ -60,6 +66,8 @@ class TestKeys : public QObject {
     int TurnsForKey = 0;  // that were waited for them
     int QuietTurns = 0;   // turns of the event loop since a sync was read
     bool StepPosted = false;
+    bool NotesArrivals = false;
+    QStringList Arrived;
 };
 
 class TestKeysPlugin : public QGenericPlugin {

@@ -210,8 +210,7 @@ TEST_F(SettingsWindows, AreNotTakenAfterAChangeOfOptionsNorWithoutAContest) {
 }
 
 TEST_F(SettingsWindows, AFileWithoutTheEighthRowGetsItInEveryContest) {
-    Form partial;
-    RegisterForm(partial, "Partial", "", {});
+    Form &partial = *FindForm("Partial")->Record;
     partial.Visible = true;
     partial.Left = 10;
     partial.Top = 20;

@@ -7,6 +7,7 @@
 #include "app/edit_menu.h"
 #include "app/exit.h"
 #include "app/log_loader.h"
+#include "app/partial_window.h"
 #include "app/rescan.h"
 #include "app/start_up.h"
 #include "entry/callsign.h"
@@ -19,6 +20,7 @@
 #include "entry/old_calls.h"
 #include "entry/points.h"
 #include "entry/prefill.h"
+#include "entry/station_hooks.h"
 #include "entry/statistics.h"
 #include "entry/typing.h"
 #include "platform/files.h"
@@ -77,6 +79,9 @@ void ForgetModules() {
     KeyHooks = {};
     LoaderHooks = {};
     Typing = {};
+    Station = {};
+    Requests = {};
+    Keyboard = {};
     EditMenu = {};
     CloseWinkeyer = [] {};
     Reference = {};
@@ -84,6 +89,8 @@ void ForgetModules() {
     Prefill = {};
     Parsers = {};
     OldCalls = {};
+    Partials = {};
+    Partial = {};
     Multipliers = {};
     Points = {};
     Aboutzrt = {};

@@ -1,0 +1,82 @@
+// The look for partial calls with one key: a full log, ten thousand calls of earlier logs and the
+// known calls of the air. The texts are those of calls while they grow, of calls that nobody has,
+// and those that a selection turns most of what it meets away from.
+#include "app/file_menu.h"
+#include "app/partial_window.h"
+#include "bench/bench_folder.h"
+#include "bench/full_log.h"
+#include "bench/percentiles.h"
+#include "entry/dupes.h"
+#include "entry/old_calls.h"
+#include "platform/files.h"
+#include "session/contests.h"
+#include "session/log_file.h"
+#include "session/reference_data.h"
+#include "session/session_flags.h"
+#include "session/settings.h"
+
+namespace zrt {
+
+namespace {
+
+constexpr int kOldCalls = 10000;
+
+bool Prepare(const std::string &folder) {
+    StartInFolder(folder);
+    Files.Sync = [](int) { return 0; };
+    if (!MakeFullLog(folder, kCqWw))
+        return false;
+    Log.LogState = kNoLog;
+    FileOpenRecent(1);
+    OldCalls = {};
+    OldCalls.ShowOldCalls = true;
+    Settings.SCPEnabled = true;
+    for (i32 n = 1; n <= Reference.SCPCount && OldCalls.Rows.size() < kOldCalls; n += 8)
+        InsertOldCall(ScpCall(n), "WW14");
+    return Log.NextEntry == kMostEntries + 1;
+}
+
+std::vector<std::string> Texts() {
+    std::vector<std::string> texts;
+    for (const std::string call : {"DL1ABC", "K1ZZ", "JA1XYZ", "VE3/G4ABC", "KH6XX", "QQQQQQ",
+                                   "XY0QQX", "JA", "DL", "UA9", "PY2", "9A", "Z", "K", "1", "A1A"})
+        for (std::size_t length = 1; length <= call.size(); ++length)
+            texts.push_back(call.substr(0, length));
+    return texts;
+}
+
+void PartialCheckOfOneKey(benchmark::State &state, const char *selection) {
+    const BenchFolder folder;
+    if (!Prepare(folder.Path)) {
+        state.SkipWithError("no log");
+        return;
+    }
+    Contest.SCPSelection = selection;
+    const std::vector<std::string> texts = Texts();
+    Percentiles percentiles;
+    std::size_t place = 0;
+    while (state.KeepRunning()) {
+        const std::string &text = texts[place++ % texts.size()];
+        percentiles.Time(state, [&text] { PartialCheck(text); });
+    }
+    percentiles.Report(state);
+    state.counters["known"] = Reference.SCPCount;
+    state.counters["old"] = static_cast<double>(OldCalls.Rows.size());
+}
+
+BENCHMARK_CAPTURE(PartialCheckOfOneKey, All, "ALL")
+    ->UseManualTime()
+    ->Iterations(20000)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(PartialCheckOfOneKey, Us, "US")
+    ->UseManualTime()
+    ->Iterations(20000)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(PartialCheckOfOneKey, Dx, "DX")
+    ->UseManualTime()
+    ->Iterations(20000)
+    ->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+} // namespace zrt

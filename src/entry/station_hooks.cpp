@@ -1,0 +1,25 @@
+#include "entry/station_hooks.h"
+
+#include "session/bands.h"
+#include "session/radio_state.h"
+#include "session/settings.h"
+
+#include <utility>
+
+namespace zrt {
+
+StationRequests Requests;
+StationHooks Station;
+
+void NoteRequest(std::string request) {
+    Requests.Made.push_back(std::move(request));
+}
+
+bool SendMessage(int keyCode, bool repeat) {
+    if (IsCw(CurrentBand()) && !(Settings.CWActivated && Station.KeyingIsReady()))
+        return false;
+    Station.SendMacro(keyCode, repeat);
+    return true;
+}
+
+} // namespace zrt
