@@ -14,6 +14,7 @@
 #include "session/reference_data.h"
 #include "session/session_flags.h"
 #include "session/settings.h"
+#include "support/plain_partials.h"
 
 namespace zrt {
 
@@ -64,6 +65,29 @@ void PartialCheckOfOneKey(benchmark::State &state, const char *selection) {
     state.counters["old"] = static_cast<double>(OldCalls.Rows.size());
 }
 
+// The same texts by the plain loops, for comparison; without the window.
+void PlainLoops(benchmark::State &state) {
+    const BenchFolder folder;
+    if (!Prepare(folder.Path)) {
+        state.SkipWithError("no log");
+        return;
+    }
+    Contest.SCPSelection = "ALL";
+    const std::vector<std::string> texts = Texts();
+    Percentiles percentiles;
+    std::size_t place = 0;
+    while (state.KeepRunning()) {
+        const std::string &text = texts[place++ % texts.size()];
+        percentiles.Time(state, [&text] {
+            const auto matches = PlainMatches(text);
+            benchmark::DoNotOptimize(PlainOldCalls(text, kMostPartials - matches.size()).size());
+            benchmark::DoNotOptimize(PlainKnownCalls(text).size());
+        });
+    }
+    percentiles.Report(state);
+}
+
+BENCHMARK(PlainLoops)->UseManualTime()->Iterations(1000)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(PartialCheckOfOneKey, All, "ALL")
     ->UseManualTime()
     ->Iterations(20000)
