@@ -17,10 +17,6 @@ i16 ToPosition(std::size_t position) {
 
 } // namespace
 
-TextBox &ExchangeField() {
-    return LogForm.InData[1];
-}
-
 bool IsLetter(char c) {
     return c >= 'A' && c <= 'Z';
 }

@@ -2,7 +2,7 @@
 // Positions are bytes of the field's text.
 #pragma once
 
-#include "platform/controls.h"
+#include "entry/log_form.h"
 #include "session/fixed_text.h"
 
 #include <string>
@@ -10,8 +10,6 @@
 #include <vector>
 
 namespace zrt {
-
-TextBox &ExchangeField();
 
 // All of them ASCII: any other byte of the field is dropped like a mark.
 bool IsLetter(char c); // upper case

@@ -32,14 +32,6 @@ struct KeyEvent {
 // 10, 12, 15, 17, 20, 30, 40, 80, 160 m, 2 m, 6 m, as band positions.
 constexpr std::array<int, kBandPositions> kBandRing = {1, 9, 2, 10, 3, 11, 4, 5, 6, 8, 7};
 
-TextBox &CallField() {
-    return LogForm.InData[0];
-}
-
-TextBox &ExchangeField() {
-    return LogForm.InData[1];
-}
-
 bool CtrlOrAlt(const KeyEvent &event) {
     return (event.Shift & (kCtrl | kAlt)) != 0;
 }

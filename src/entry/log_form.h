@@ -44,6 +44,13 @@ struct LogFormWindow : Form {
 };
 extern LogFormWindow LogForm;
 
+inline TextBox &CallField() {
+    return LogForm.InData[0];
+}
+inline TextBox &ExchangeField() {
+    return LogForm.InData[1];
+}
+
 // The contact's entry while it is typed, checked and stored.
 struct EntryState {
     bool NewMultFlag = false; // the entry in hand is a new multiplier

@@ -31,14 +31,6 @@ constexpr std::size_t kLongestCall = 10;
 constexpr float kLowestFrequency = 1800.0F;
 constexpr float kHighestFrequency = 29700.0F;
 
-TextBox &CallField() {
-    return LogForm.InData[0];
-}
-
-TextBox &ExchangeField() {
-    return LogForm.InData[1];
-}
-
 std::string CallText() {
     return UpperCase(Trim(CallField().Text));
 }

@@ -21,10 +21,6 @@ PrefillState Prefill;
 
 namespace {
 
-TextBox &ExchangeField() {
-    return LogForm.InData[1];
-}
-
 bool IsOneOf(std::initializer_list<i16> contests) {
     return std::find(contests.begin(), contests.end(), Contest.ContestId) != contests.end();
 }
