@@ -5,7 +5,9 @@
 #   ./test.sh dev        one suite
 #   ./test.sh sanitize   the other
 #   ./test.sh clang      builds everything with clang++
-#   ./test.sh tidy       clang-tidy over all sources (takes long)
+#   ./test.sh tidy       clang-tidy and cppcheck over all sources (takes long)
+#   ./test.sh valgrind   all scenarios under valgrind
+#   ./test.sh coverage   what the tests reach of the logic: a table in build/coverage/coverage.txt
 #
 # With suites the last line is "N passed, N failed", summed over them. A step that fails outside of a
 # suite (a build, layers, format) counts as one failed there. Exit status 0: nothing failed.
@@ -55,6 +57,26 @@ Tidy() {
     run-clang-tidy -quiet -j "$(nproc)" -p build/clang "^$here/(src|tests|bench)/"
 }
 
+# Left out: what cppcheck 2.10 says of a table of names, and of an index that its loop has checked.
+Cppcheck() {
+    cppcheck -j "$(nproc)" --enable=warning,performance,portability --std=c++20 -I src --quiet \
+        --suppress=missingIncludeSystem --suppress=CastIntegerToAddressAtReturn \
+        --suppress=arrayIndexThenCheck --error-exitcode=1 src
+}
+
+Valgrind() {
+    valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
+        build/dev/bin/zrtlog-scenario tests/scenarios/*.scn
+}
+
+# The windows are left out: they are tested as pictures and by real keys.
+Coverage() {
+    find build/coverage -name '*.gcda' -delete
+    ctest --test-dir build/coverage -j "$(nproc)" --timeout 600 -E 'xvfb|storm|kill' </dev/null &&
+        gcovr --root . --filter src/ --exclude src/qt/ --exclude src/headless/ --exclude-throw-branches \
+            --sort-percentage --txt build/coverage/coverage.txt --print-summary build/coverage
+}
+
 # Runs the tests of a preset that is built, and adds to the sums what ctest counted.
 RunSuite() {
     local preset=$1 protocol=build/$1/ctest.log status=0 summary bad all not_run
@@ -98,7 +120,9 @@ packages=(
 mode=${1:-all}
 case $mode in
 all | dev | sanitize | clang) ;;
-tidy) packages+=(clang-tidy) ;;
+tidy) packages+=(clang-tidy cppcheck) ;;
+valgrind) packages+=(valgrind) ;;
+coverage) packages+=(gcovr) ;;
 -h | --help)
     Usage
     exit 0
@@ -126,10 +150,21 @@ tidy)
     if Step "Build: clang++" BuildClang; then
         Step "clang-tidy" Tidy || true
     fi
+    Step "cppcheck" Cppcheck || true
+    ;;
+valgrind)
+    if Step "Build: dev" BuildPreset dev; then
+        Step "valgrind" Valgrind || true
+    fi
+    ;;
+coverage)
+    if Step "Build: coverage" BuildPreset coverage && Step "Tests: coverage" Coverage; then
+        tail -n 4 build/coverage/coverage.txt
+    fi
     ;;
 esac
 
-if [[ $mode != clang && $mode != tidy ]]; then
+if [[ $mode =~ ^(all|dev|sanitize)$ ]]; then
     echo
     if ((skipped > 0)); then
         echo "$skipped skipped"

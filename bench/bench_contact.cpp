@@ -1,5 +1,5 @@
-// A contact from Enter to stored, with the sync of the disk and without, beside the floor: the bare
-// write of a record with and without the sync.
+// A contact from Enter to stored: with the disk and its sync, without the sync, and without the
+// disk. Beside it the floors: the bare write of a record with the sync and without.
 #include "app/contest_chooser.h"
 #include "app/file_menu.h"
 #include "bench/bench_folder.h"
@@ -7,6 +7,7 @@
 #include "entry/log_form.h"
 #include "headless/devices.h"
 #include "platform/files.h"
+#include "session/contests.h"
 #include "session/log_file.h"
 
 #include <array>
@@ -15,38 +16,73 @@ namespace zrt {
 
 namespace {
 
-int NoSync(int) {
-    return 0;
+// What stands between the work and the time that is told.
+enum class Disk { None, Unsynced, Synced };
+
+// A disk that takes the log's writes and does nothing.
+void TakeDiskAway() {
+    Files.Open = [](const std::string &, OpenMode, int &handle) { return handle = 0; };
+    Files.Length = [](int, std::uint64_t &length) {
+        length = kEntryLength * static_cast<std::uint64_t>(Log.NextEntry);
+        return 0;
+    };
+    Files.WriteAt = [](int, std::uint64_t, std::span<const std::byte>) { return 0; };
+    Files.Sync = Files.Close = [](int) { return 0; };
 }
 
-void TypeKeys(const std::string &text) {
-    for (const char c : text) {
-        TextBox &field = LogForm.InData[0];
-        const KeyOutcome outcome = OfferKey(LogForm, {c, 0, c});
-        field.Text.insert(static_cast<std::size_t>(field.SelStart++), 1,
-                          static_cast<char>(outcome.CharCode));
-    }
+void TakeDisk(Disk disk) {
+    if (disk == Disk::Unsynced)
+        Files.Sync = [](int) { return 0; };
+    if (disk == Disk::None)
+        TakeDiskAway();
 }
 
-void StartGenericLog(const std::string &folder) {
+// The rows of the contest chooser, and an exchange that each takes.
+struct ContestToLog {
+    int ChooserRow;
+    i16 ContestId;
+    const char *Exchange;
+};
+constexpr std::array<ContestToLog, 3> kContestsToLog = {
+    {{4, kCqWw, "14"}, {11, kWpx, "123"}, {12, kGeneric, "HIRAM CT"}}};
+
+bool StartLog(const std::string &folder, const ContestToLog &contest) {
     StartInFolder(folder);
-    Devices.Operator = [] {
-        ChCoForm.lstContest.ListIndex = 12;
+    Devices.Operator = [row = contest.ChooserRow] {
+        ChCoForm.lstContest.ListIndex = row;
         ClickControl(ChCoForm.cmdOK);
         return true;
     };
     FileNew();
+    return Contest.ContestId == contest.ContestId;
 }
 
-void LogContacts(benchmark::State &state, bool sync) {
+// Into the fields as if typed; only what follows is of interest.
+void FillFields(int n, const std::string &exchange) {
+    constexpr std::array<const char *, 4> kPrefixes = {"DL", "K", "JA", "PY"};
+    std::string call = kPrefixes[static_cast<std::size_t>(n) % kPrefixes.size()];
+    call += static_cast<char>('0' + n % 10);
+    for (int rest = n; rest > 0; rest /= 26)
+        call += static_cast<char>('A' + rest % 26);
+    SetFieldText(LogForm.InData[0], call);
+    LogForm.InData[0].Change();
+    SetFieldText(LogForm.InData[1], exchange);
+    LogForm.InData[1].Change();
+}
+
+void LogContacts(benchmark::State &state, Disk disk) {
     const BenchFolder folder;
-    StartGenericLog(folder.Path);
-    if (!sync)
-        Files.Sync = NoSync;
+    const ContestToLog &contest = kContestsToLog[static_cast<std::size_t>(state.range(0))];
+    if (!StartLog(folder.Path, contest)) {
+        state.SkipWithError("no log");
+        return;
+    }
+    state.SetLabel(ContestTable(contest.ContestId).ChooserRow);
+    TakeDisk(disk);
     Percentiles percentiles;
     int n = 0;
     while (state.KeepRunning()) {
-        TypeKeys("K" + std::to_string(10000 + n++));
+        FillFields(++n, contest.Exchange);
         percentiles.Time(state, [] { OfferKey(LogForm, {kKeyEnter, 0, 0}); });
     }
     if (Log.NextEntry != n + 1)
@@ -80,11 +116,15 @@ void WriteRecords(benchmark::State &state, bool sync) {
 }
 
 void EnterToStored(benchmark::State &state) {
-    LogContacts(state, true);
+    LogContacts(state, Disk::Synced);
 }
 
 void EnterToStoredWithoutSync(benchmark::State &state) {
-    LogContacts(state, false);
+    LogContacts(state, Disk::Unsynced);
+}
+
+void EnterToStoredWithoutDisk(benchmark::State &state) {
+    LogContacts(state, Disk::None);
 }
 
 void FloorWriteAndSync(benchmark::State &state) {
@@ -95,15 +135,30 @@ void FloorWrite(benchmark::State &state) {
     WriteRecords(state, false);
 }
 
-constexpr int kContacts = 4000;
+constexpr int kContacts = 8500; // the log is nearly full then
+constexpr int kSyncedContacts = 4000;
+constexpr int kLastContest = static_cast<int>(kContestsToLog.size()) - 1;
 
-BENCHMARK(EnterToStored)->UseManualTime()->Iterations(kContacts)->Unit(benchmark::kMicrosecond);
-BENCHMARK(FloorWriteAndSync)->UseManualTime()->Iterations(kContacts)->Unit(benchmark::kMicrosecond);
+BENCHMARK(EnterToStoredWithoutDisk)
+    ->DenseRange(0, kLastContest)
+    ->UseManualTime()
+    ->Iterations(kContacts)
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK(EnterToStoredWithoutSync)
+    ->DenseRange(0, kLastContest)
     ->UseManualTime()
     ->Iterations(kContacts)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(FloorWrite)->UseManualTime()->Iterations(kContacts)->Unit(benchmark::kMicrosecond);
+BENCHMARK(EnterToStored)
+    ->Arg(0)
+    ->UseManualTime()
+    ->Iterations(kSyncedContacts)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(FloorWriteAndSync)
+    ->UseManualTime()
+    ->Iterations(kSyncedContacts)
+    ->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -1,4 +1,5 @@
-// Opening a full log of 9000 contacts, re-scan included, with the settings written and without.
+// Opening a full log of 9000 contacts, re-scan included: in each contest, with the settings synced
+// as an operator's are, and the floor, which is the reading of the log's file alone.
 #include "app/file_menu.h"
 #include "bench/bench_folder.h"
 #include "bench/full_log.h"
@@ -11,16 +12,19 @@ namespace zrt {
 
 namespace {
 
-void OpenFullLog(benchmark::State &state, bool sync) {
+void OpenAgainAndAgain(benchmark::State &state, i16 contestId, bool sync) {
     const BenchFolder folder;
-    StartInFolder(folder.Path);
-    if (!MakeFullLog(folder.Path, kCqWw))
+    if (!OpenFullLog(folder.Path, contestId)) {
         state.SkipWithError("no log");
-    if (!sync)
-        Files.Sync = [](int) { return 0; };
+        return;
+    }
+    state.SetLabel(ContestTable(contestId).ChooserRow);
+    if (sync)
+        Files.Sync = DiskFiles().Sync;
     Percentiles percentiles;
     while (state.KeepRunning()) {
         Log.LogState = kNoLog; // or the menu asks
+        Log.NextEntry = 1;
         percentiles.Time(state, [] { FileOpenRecent(1); });
         if (Log.NextEntry != kMostEntries + 1)
             state.SkipWithError("not opened");
@@ -28,21 +32,46 @@ void OpenFullLog(benchmark::State &state, bool sync) {
     percentiles.Report(state);
 }
 
-void OpenNineThousand(benchmark::State &state) {
-    OpenFullLog(state, false);
+void OpenLogOfContest(benchmark::State &state) {
+    OpenAgainAndAgain(state, static_cast<i16>(state.range(0)), false);
 }
 
-void OpenNineThousandAndSyncSettings(benchmark::State &state) {
-    OpenFullLog(state, true);
+void OpenLogAndSyncSettings(benchmark::State &state) {
+    OpenAgainAndAgain(state, kCqWw, true);
+}
+
+void FloorReadLogFile(benchmark::State &state) {
+    const BenchFolder folder;
+    if (!OpenFullLog(folder.Path, kCqWw)) {
+        state.SkipWithError("no log");
+        return;
+    }
+    Percentiles percentiles;
+    std::size_t read = 0;
+    while (state.KeepRunning())
+        percentiles.Time(state, [&read] {
+            FileBytes bytes;
+            if (ReadFile(Log.LogFileName, bytes) == 0)
+                read = bytes.size();
+        });
+    if (read != kEntryLength * (kMostEntries + 1))
+        state.SkipWithError("not read");
+    percentiles.Report(state);
+    state.counters["bytes"] = static_cast<double>(read);
 }
 
 constexpr int kOpenings = 200;
 
-BENCHMARK(OpenNineThousand)->UseManualTime()->Iterations(kOpenings)->Unit(benchmark::kMillisecond);
-BENCHMARK(OpenNineThousandAndSyncSettings)
+BENCHMARK(OpenLogOfContest)
+    ->DenseRange(1, kContests)
     ->UseManualTime()
     ->Iterations(kOpenings)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(OpenLogAndSyncSettings)
+    ->UseManualTime()
+    ->Iterations(kOpenings)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(FloorReadLogFile)->UseManualTime()->Iterations(kOpenings)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -1,46 +1,22 @@
 // The look for partial calls with one key: a full log, ten thousand calls of earlier logs and the
 // known calls of the air. The texts are those of calls while they grow, of calls that nobody has,
 // and those that a selection turns most of what it meets away from.
-#include "app/file_menu.h"
 #include "app/partial_window.h"
 #include "bench/bench_folder.h"
 #include "bench/full_log.h"
 #include "bench/percentiles.h"
-#include "entry/dupes.h"
 #include "entry/old_calls.h"
-#include "platform/files.h"
 #include "session/contests.h"
-#include "session/log_file.h"
 #include "session/reference_data.h"
-#include "session/session_flags.h"
-#include "session/settings.h"
 #include "support/plain_partials.h"
 
 namespace zrt {
 
 namespace {
 
-constexpr int kOldCalls = 10000;
-
-bool Prepare(const std::string &folder) {
-    StartInFolder(folder);
-    Files.Sync = [](int) { return 0; };
-    if (!MakeFullLog(folder, kCqWw))
-        return false;
-    Log.LogState = kNoLog;
-    FileOpenRecent(1);
-    OldCalls = {};
-    OldCalls.ShowOldCalls = true;
-    Settings.SCPEnabled = true;
-    for (i32 n = 1; n <= Reference.SCPCount && OldCalls.Rows.size() < kOldCalls; n += 8)
-        InsertOldCall(ScpCall(n), "WW14");
-    return Log.NextEntry == kMostEntries + 1;
-}
-
 std::vector<std::string> Texts() {
     std::vector<std::string> texts;
-    for (const std::string call : {"DL1ABC", "K1ZZ", "JA1XYZ", "VE3/G4ABC", "KH6XX", "QQQQQQ",
-                                   "XY0QQX", "JA", "DL", "UA9", "PY2", "9A", "Z", "K", "1", "A1A"})
+    for (const std::string &call : TypedCalls())
         for (std::size_t length = 1; length <= call.size(); ++length)
             texts.push_back(call.substr(0, length));
     return texts;
@@ -48,7 +24,7 @@ std::vector<std::string> Texts() {
 
 void PartialCheckOfOneKey(benchmark::State &state, const char *selection) {
     const BenchFolder folder;
-    if (!Prepare(folder.Path)) {
+    if (!OpenFullLog(folder.Path, kCqWw) || !OpenPartialWithAllCalls()) {
         state.SkipWithError("no log");
         return;
     }
@@ -68,7 +44,7 @@ void PartialCheckOfOneKey(benchmark::State &state, const char *selection) {
 // The same texts by the plain loops, for comparison; without the window.
 void PlainLoops(benchmark::State &state) {
     const BenchFolder folder;
-    if (!Prepare(folder.Path)) {
+    if (!OpenFullLog(folder.Path, kCqWw) || !OpenPartialWithAllCalls()) {
         state.SkipWithError("no log");
         return;
     }

@@ -1,13 +1,20 @@
 #include "bench/full_log.h"
 
+#include "app/file_menu.h"
+#include "app/partial_window.h"
+#include "bench/bench_folder.h"
+#include "entry/old_calls.h"
+#include "platform/files.h"
 #include "session/contests.h"
 #include "session/log_file.h"
+#include "session/reference_data.h"
 #include "session/settings.h"
 
 namespace zrt {
 
 namespace {
 
+constexpr std::size_t kOldCalls = 10000;
 constexpr const char *kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
 // Contacts as a contest has them: calls of many areas, four bands, a contact in about 19 seconds.
@@ -46,6 +53,32 @@ bool MakeFullLog(const std::string &folder, i16 contestId) {
     }
     Settings.RecentFile[0] = Log.LogFileName;
     return CreateLogFile() == 0 && WriteOwedEntries() == 0;
+}
+
+bool OpenFullLog(const std::string &folder, i16 contestId) {
+    StartInFolder(folder);
+    Files.Sync = [](int) { return 0; };
+    if (!MakeFullLog(folder, contestId))
+        return false;
+    Log.LogState = kNoLog; // or the menu asks
+    FileOpenRecent(1);
+    return Log.NextEntry == kMostEntries + 1 && Contest.ContestId == contestId;
+}
+
+bool OpenPartialWithAllCalls() {
+    OldCalls = {};
+    OldCalls.ShowOldCalls = true;
+    for (i32 n = 1; n <= Reference.SCPCount && OldCalls.Rows.size() < kOldCalls; n += 8)
+        InsertOldCall(ScpCall(n), "WW14");
+    OpenPartial();
+    return Reference.SCPLoaded && OldCalls.Rows.size() == kOldCalls;
+}
+
+const std::vector<std::string> &TypedCalls() {
+    static const std::vector<std::string> kCalls = {
+        "DL1ABC", "K1ZZ", "JA1XYZ", "VE3/G4ABC", "KH6XX", "QQQQQQ", "XY0QQX", "JA",
+        "DL",     "UA9",  "PY2",    "9A",        "Z",     "K",      "1",      "A1A"};
+    return kCalls;
 }
 
 } // namespace zrt

@@ -4,9 +4,15 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <string>
 #include <vector>
 
 namespace zrt {
+
+using Values = std::vector<double>;
+
+// Adds the counters p50_UNIT, p99_UNIT and max_UNIT.
+void ReportPercentiles(benchmark::State &state, Values values, const std::string &unit);
 
 class Percentiles {
   public:
@@ -18,11 +24,10 @@ class Percentiles {
         state.SetIterationTime(took.count());
         Microseconds.push_back(took.count() * 1e6);
     }
-    // Adds the counters p50_us, p99_us and max_us.
-    void Report(benchmark::State &state);
+    void Report(benchmark::State &state) { ReportPercentiles(state, Microseconds, "us"); }
 
   private:
-    std::vector<double> Microseconds;
+    Values Microseconds;
 };
 
 } // namespace zrt

@@ -8,7 +8,6 @@
 #include "session/settings.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace zrt {
 

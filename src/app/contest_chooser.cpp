@@ -1,10 +1,8 @@
 #include "app/contest_chooser.h"
 
 #include "app/session_reset.h"
-#include "platform/dialogs.h"
 #include "platform/events.h"
 #include "session/contests.h"
-#include "session/file_errors.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
 
@@ -28,7 +26,7 @@ constexpr std::array<const char *, 2> kModes = {"  Phone", "  CW"};
 
 // In the order of the display. NEQP and PAQP logs are always taken as out of the area: the first
 // button is disabled there.
-constexpr std::array<ChooserRow, kContests> kRows = {{
+constexpr auto kRows = std::to_array<ChooserRow>({
     {kAa, FirstFrame::Mode, SecondFrame::Hidden, kModes},
     {kTenMeter, FirstFrame::Hidden, SecondFrame::Hidden, kModes},
     {kArrlDx, FirstFrame::Mode, SecondFrame::TwoQths, kModes},
@@ -42,10 +40,9 @@ constexpr std::array<ChooserRow, kContests> kRows = {{
     {kSs, FirstFrame::Mode, SecondFrame::Hidden, kModes},
     {kWpx, FirstFrame::Mode, SecondFrame::ThreeQths, kModes},
     {kGeneric, FirstFrame::Hidden, SecondFrame::Hidden, kModes},
-}};
-constexpr int kFirstRow = 3; // ZRT
-constexpr int kCqWwRow = 4;
-constexpr int kRowOfListTest = 10; // SS: the test means WPX, whose list so stays enabled
+});
+static_assert(kRows.size() == kContests);
+constexpr int kFirstRow = 3;       // ZRT
 constexpr int kFirstContinent = 3; // NA
 
 const ChooserRow &ChosenRow() {
@@ -93,10 +90,11 @@ void SetSecondFrame(const ChooserRow &row) {
     ChCoForm.lstContinent.Enabled = true;
 }
 
-// The list belongs to the third button.
+// The list belongs to the third button. The test names SS where it means WPX, whose list so stays
+// enabled.
 void QthClicked(std::size_t button) {
-    const int row = ChCoForm.lstContest.ListIndex;
-    if (row == kCqWwRow || row == kRowOfListTest)
+    const i16 contest = ChosenRow().ContestId;
+    if (contest == kCqWw || contest == kSs)
         ChCoForm.lstContinent.Enabled = button == 2;
 }
 

@@ -15,6 +15,7 @@
 #include "session/settings.h"
 
 #include <algorithm>
+#include <array>
 
 namespace zrt {
 
@@ -44,19 +45,12 @@ void RescanOpenLog() {
 
 // ---- Kill All
 
-std::string KeptLog(int number) {
-    return Session.AppPath + "KilledLog " + std::to_string(number) + ".zrt";
-}
-
 // Three killed logs are kept whole: number 1 is the newest.
 int KeepKilledLog() {
-    if (const int error = CopyFile(Log.LogFileName, Session.AppPath + "KilledLog.new"))
-        return error;
-    for (int number = 2; number >= 1; --number)
-        if (Files.Exists(KeptLog(number)))
-            if (const int error = Files.Rename(KeptLog(number), KeptLog(number + 1)))
-                return error;
-    return Files.Rename(Session.AppPath + "KilledLog.new", KeptLog(1));
+    const std::string path = Session.AppPath + "KilledLog";
+    const std::array names = {path + " 1.zrt", path + " 2.zrt", path + " 3.zrt"};
+    const int error = CopyFile(Log.LogFileName, path + ".new");
+    return error != 0 ? error : MoveToFirst(path + ".new", names);
 }
 
 // KilledFile.zrt is written from the entries of the old formats, in every log: that of a log of
@@ -81,6 +75,13 @@ int WriteKilledFile() {
 
 int EmptyLogFile() {
     return ReplaceFile(Log.LogFileName, Encode(Log.KeptHeader));
+}
+
+bool LogFileIsEmpty() {
+    OpenedFile file;
+    std::uint64_t length = 0;
+    return file.Open(Log.LogFileName, OpenMode::Read) == 0 && file.Length(length) == 0 &&
+           length == kHeaderLength;
 }
 
 // ---- Mark Years
@@ -130,7 +131,11 @@ void KillAllEntries() {
     // Nothing is deleted before its copy is safely there.
     if (Extensions.KeepKilledLog && !WithRetry(KeepKilledLog))
         return;
-    if (!WithRetry(WriteKilledFile) || !WithRetry(EmptyLogFile))
+    if (!WithRetry(WriteKilledFile))
+        return;
+    // When it was only the folder that could not be synced the entries are gone: memory must not
+    // show what the disk has no more.
+    if (!WithRetry(EmptyLogFile) && !LogFileIsEmpty())
         return;
     Log.Unwritten.clear();
     RescanOpenLog();

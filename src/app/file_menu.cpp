@@ -2,6 +2,8 @@
 
 #include "app/log_loader.h"
 #include "app/recent_files.h"
+#include "app/recovery.h"
+#include "app/save_path.h"
 #include "app/session_reset.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
@@ -21,6 +23,25 @@ std::string TemporaryPath() {
     return Session.AppPath + kTempLogName;
 }
 
+// An unnamed log is to go: it gets a name, is given up, or stays (false).
+bool OfferToSave(const char *question, const char *title) {
+    const BoxAnswer answer =
+        ShowMessageBox({question, title, BoxButtons::YesNoCancel, BoxIcon::Question});
+    // A Save As that is cancelled or fails must not lead to the deletion of the only copy.
+    return answer != BoxAnswer::Cancel && (answer != BoxAnswer::Yes || FileSaveAs());
+}
+
+// The log is gone from the program, and its windows are cleared.
+void CloseLog() {
+    Session.ReplacingLog = Log.LogState != kNoLog;
+    if (Session.ReplacingLog)
+        WriteSettings(true);
+    DeleteTemporaryLog();
+    Log.LogState = kNoLog;
+    Session.RescanInPlace = false;
+    ResetSession();
+}
+
 // Whether the open log may be replaced; asks about it, and lets it go.
 bool LetGoOfLog(const std::string &question) {
     if (Log.LogState == kUsersName) {
@@ -29,38 +50,12 @@ bool LetGoOfLog(const std::string &question) {
         if (answer != BoxAnswer::Yes || !SettleOwedEntries())
             return false;
     } else if (Log.LogState == kTemporaryName) {
-        const BoxAnswer answer = ShowMessageBox({"Save current log file? ", "Save Current File?",
-                                                 BoxButtons::YesNoCancel, BoxIcon::Question});
-        // A Save As that is cancelled or fails must not lead to the deletion of the only copy.
-        if (answer == BoxAnswer::Cancel || (answer == BoxAnswer::Yes && !FileSaveAs()))
+        if (!OfferToSave("Save current log file? ", "Save Current File?"))
             return false;
     }
-    Session.ReplacingLog = Log.LogState != kNoLog;
-    if (Session.ReplacingLog)
-        WriteSettings(true);
-    DeleteTemporaryLog();
-    Log.LogState = kNoLog;
-    Session.RescanInPlace = false;
-    ResetSession();
+    CloseLog();
     ShowForm(LogForm);
     return true;
-}
-
-bool HasLogExtension(const std::string &path) {
-    return path.size() > 4 && EqualIgnoringCase(path.substr(path.size() - 4), ".ZRT");
-}
-
-bool MayWriteTo(const std::string &path) {
-    if (!HasLogExtension(path)) {
-        ShowMessageBox(
-            {"Log file must have the extension .ZRT", "", BoxButtons::Ok, BoxIcon::Exclamation});
-        return false;
-    }
-    if (!Files.Exists(path))
-        return true;
-    return ShowMessageBox(
-               {"The selected output file " + path + " already exists. OK to overwrite it?", "",
-                BoxButtons::OkCancel, BoxIcon::Question}) == BoxAnswer::Ok;
 }
 
 // The source goes only when the copy is safely on the disk.
@@ -81,6 +76,10 @@ void FileNew() {
     Session.OpenLogRequested = false;
     Session.NewLogRequested = true;
     Log.LogFileName = TemporaryPath();
+    if (!WithRetry(KeepStrayLog)) {
+        Session.ReplacingLog = false;
+        return;
+    }
     LoadLog(0);
     if (Session.ChooserCancelled || Log.LogState == kNoLog) {
         Session.ReplacingLog = false;
@@ -120,13 +119,32 @@ bool FileSaveAs() {
         return false;
     const auto path = ShowFileDialog({"Save Current Log As", Settings.OpenFilePath,
                                       "ZRT logs (*.ZRT)|*.ZRT|All files (*.*)|*.*", "ZRT", true});
-    if (!path || !MayWriteTo(*path) || !MoveLogTo(*path))
+    if (!path || !MayWriteTo(*path, "Log file", ".ZRT") || !MoveLogTo(*path))
         return false;
     TakeRecentFile(*path);
     WriteSettings(true);
     LogForm.lblLog.Caption = LogLabel(LabelTable::SaveAs, NameOf(*path));
     LogForm.mnuFileBackup.Enabled = true;
     return true;
+}
+
+bool SettleLog() {
+    if (Log.LogState == kUsersName)
+        return SettleOwedEntries();
+    if (Log.LogState == kNoLog)
+        return true;
+    if (!OfferToSave("Save current log file?", "Save Current Log?"))
+        return false;
+    if (Log.LogState == kTemporaryName) { // given up
+        PutLogAway();
+        ShowForm(LogForm);
+    }
+    return true;
+}
+
+void PutLogAway() {
+    CloseLog();
+    Session.ReplacingLog = false;
 }
 
 void DeleteTemporaryLog() {

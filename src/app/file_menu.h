@@ -18,6 +18,13 @@ void FileOpenRecent(int fileNumber);
 // May pump.
 bool FileSaveAs();
 
+// Before another log is worked on: an unnamed log gets a name or is given up and deleted, what a
+// log owes to the disk is written. False to stay. May pump.
+bool SettleLog();
+
+// Closes the open log, if there is one, with its windows.
+void PutLogAway();
+
 // Deletes the log under the temporary name, when its operator has said so.
 void DeleteTemporaryLog();
 

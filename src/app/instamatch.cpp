@@ -1,5 +1,6 @@
 #include "app/instamatch.h"
 
+#include "app/save_path.h"
 #include "entry/old_calls.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <utility>
 
 namespace zrt {
@@ -19,13 +19,6 @@ namespace zrt {
 namespace {
 
 constexpr const char *kErrorTitle = "File Opening Error";
-
-bool HasExtension(const std::string &path, std::string_view extension) {
-    const std::string name = NameOf(path);
-    return name.size() > extension.size() &&
-           EqualIgnoringCase(std::string_view(name).substr(name.size() - extension.size()),
-                             extension);
-}
 
 // ---- the list
 
@@ -78,7 +71,7 @@ std::string Nothing(const OldEntry36 &) {
 }
 
 // By ContestId - 1.
-constexpr std::array<ExchangeOf, kContests> kExchanges = {
+constexpr auto kExchanges = std::to_array<ExchangeOf>({
     Exchange,   // ARRL DX; see below
     Exchange,   // ZRT, the row of the county
     Number,     // CQ WW, the zone
@@ -92,7 +85,8 @@ constexpr std::array<ExchangeOf, kContests> kExchanges = {
     Exchange,   // NEQP
     Name,       // Generic
     Name,       // CW Open
-};
+});
+static_assert(kExchanges.size() == kContests);
 
 // In ARRL DX a station in the USA or Canada receives powers, any other states.
 ExchangeOf ExchangeOfContest(const ContestState &contest) {
@@ -185,19 +179,6 @@ std::string TextOfRows() {
     return text;
 }
 
-bool MayWriteTo(const std::string &path) {
-    if (!HasExtension(path, ".zr2")) {
-        ShowMessageBox(
-            {"Output file must have the extension .zr2", "", BoxButtons::Ok, BoxIcon::Exclamation});
-        return false;
-    }
-    if (!Files.Exists(path))
-        return true;
-    return ShowMessageBox(
-               {"The selected output file " + path + " already exists. OK to overwrite it?", "",
-                BoxButtons::OkCancel, BoxIcon::Question}) == BoxAnswer::Ok;
-}
-
 } // namespace
 
 bool TakeOldCallsFile(const std::string &path) {
@@ -233,7 +214,7 @@ void SelectOldCallsFile() {
 void SaveOldCallsFile() {
     const auto path = ShowFileDialog({"Save InstaMatch File As", Settings.OpenFilePath,
                                       "InstaMatch files (*.zr2)|*.zr2", "zr2", true});
-    if (path && MayWriteTo(*path))
+    if (path && MayWriteTo(*path, "Output file", ".zr2"))
         (void)WriteOldCallsFile(*path); // a failure has been told
 }
 

@@ -3,6 +3,7 @@
 #include "app/background.h"
 #include "app/contest_chooser.h"
 #include "app/log_conversion.h"
+#include "app/log_header.h"
 #include "app/main_clock.h"
 #include "app/partial_window.h"
 #include "app/recent_files.h"
@@ -14,7 +15,6 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/program.h"
-#include "session/bands.h"
 #include "session/contests.h"
 #include "session/file_errors.h"
 #include "session/log_file.h"
@@ -23,7 +23,6 @@
 #include "session/settings.h"
 
 #include <algorithm>
-#include <cerrno>
 
 namespace zrt {
 
@@ -31,13 +30,7 @@ LogLoaderHooks LoaderHooks;
 
 namespace {
 
-constexpr const char *kErrorTitle = "File or Disk Error";
 constexpr std::size_t kTaskWidth = 40; // characters of a file name that fit the progress window
-
-void TellNotALog() {
-    ShowMessageBox({"The file " + NameOf(Log.LogFileName) + " is not a ZRT log.", kErrorTitle,
-                    BoxButtons::Ok, BoxIcon::Exclamation});
-}
 
 // The log that the operator asks for. False if he cancels.
 bool TakeLogName(int fileNumber) {
@@ -76,39 +69,6 @@ bool MakeNewLog() {
     return true;
 }
 
-bool RefuseIncompatible(const LogHeader &header) {
-    if (header.IncompatibleMark <= 0)
-        return false;
-    ShowMessageBox(
-        {"The log selected was written with an earlier version of this program or with version "
-         "3.5 or earlier of ZRT for DOS.  This program and versions 4.1 and later of ZRT for DOS "
-         "use a slightly different file format that is incompatible with earlier versions.  If "
-         "you wish to convert the log file to this new format, load the file into ZRT for DOS, "
-         "version 4.5 or later and follow instructions.",
-         "Incompatible file format error", BoxButtons::Ok, BoxIcon::Critical});
-    EndProgram(0);
-    return true;
-}
-
-// False if the file can't be read, or is no log: too short for a header, or of no contest.
-bool TakeHeader() {
-    bool tooShort = false;
-    const bool read = WithRetry([&tooShort] {
-        const int error = ReadHeader(Log.LogFileName, Log.Header);
-        tooShort = error == EINVAL;
-        return tooShort ? 0 : error;
-    });
-    if (!read)
-        return false;
-    if (tooShort || (Contest.ContestId == kNoContest &&
-                     ContestOfTag(Log.Header.ContestTag.Whole()) == kNoContest)) {
-        TellNotALog();
-        return false;
-    }
-    Log.KeptHeader = Log.Header;
-    return true;
-}
-
 void RememberLog() {
     if (NameOf(Log.LogFileName) != kTempLogName) // gone tomorrow
         TakeRecentFile(Log.LogFileName);
@@ -126,17 +86,10 @@ bool OpenExistingLog(int fileNumber) {
         ResetSession();
         ShowForm(LogForm);
     }
-    if (!TakeHeader()) {
-        GiveUpLog();
-        return false;
-    }
-    if (RefuseIncompatible(Log.Header))
-        return false;
-    Log.CurrentFormat = Log.Header.FormatFlag == 1;
-    TakeContest(Log.Header);
-    if (BringLogUpToDate())
+    if (TakeLogHeader() && BringLogUpToDate())
         return true;
-    GiveUpLog();
+    if (!Program.Ending)
+        GiveUpLog();
     return false;
 }
 

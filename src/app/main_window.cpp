@@ -7,6 +7,7 @@
 #include "app/exit.h"
 #include "app/file_menu.h"
 #include "app/help_menu.h"
+#include "app/post_contest.h"
 #include "entry/keyboard.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
@@ -39,6 +40,8 @@ void WireMenus() {
         LogForm.mnuFileRecent[i].Click = [i] { FileOpenRecent(i + 1); };
     LogForm.mnuFileBackup.Click = BackupLog;
     LogForm.mnuFileSave.Click = [] { (void)FileSaveAs(); }; // a failure has been told
+    LogForm.mnuFilePostContest.Click = [] { OpenPostContest(false); };
+    LogForm.mnuFilePostCabrillo.Click = [] { OpenPostContest(true); };
     LogForm.mnuFileExit.Click = ExitProgram;
     LogForm.mnuEditLast.Click = EditLastEntry;
     LogForm.mnuEditKillLast.Click = KillLastEntry;

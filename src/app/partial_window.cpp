@@ -9,7 +9,6 @@
 #include "session/settings.h"
 
 #include <algorithm>
-#include <cassert>
 
 namespace zrt {
 

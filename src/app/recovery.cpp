@@ -4,8 +4,12 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "session/contests.h"
+#include "session/file_errors.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
+
+#include <array>
+#include <cerrno>
 
 namespace zrt {
 
@@ -30,12 +34,38 @@ void KeepUnsavedLog() {
     (void)Files.SyncFolder(Session.AppPath); // the names are right already; a crash may undo them
 }
 
+// False if there is none, or none that can be read. The operator is told of the latter.
+bool ReadTemporaryHeader(LogHeader &header) {
+    bool holdsNoLog = false;
+    const bool read = WithRetry([&header, &holdsNoLog] {
+        const int error = ReadHeader(Log.LogFileName, header);
+        holdsNoLog = error == ENOENT || error == EINVAL; // not there, or too short
+        return holdsNoLog ? 0 : error;
+    });
+    return read && !holdsNoLog;
+}
+
+// A file that can't be looked at may.
+bool MayHoldContacts(const std::string &path) {
+    OpenedFile file;
+    std::uint64_t length = 0;
+    return file.Open(path, OpenMode::Read) != 0 || file.Length(length) != 0 ||
+           length > kHeaderLength;
+}
+
 } // namespace
+
+int KeepStrayLog() {
+    if (!Files.Exists(Log.LogFileName) || !MayHoldContacts(Log.LogFileName))
+        return 0;
+    const std::array names = {UnsavedLog(1), UnsavedLog(2), UnsavedLog(3)};
+    return MoveToFirst(Log.LogFileName, names);
+}
 
 void OfferRecovery() {
     LogHeader header;
-    if (ReadHeader(Log.LogFileName, header) != 0)
-        return; // none there, or too short to hold a log
+    if (!ReadTemporaryHeader(header))
+        return;
     if (ContestOfTag(header.ContestTag.Whole()) == kNoContest) {
         KeepUnsavedLog(); // no log, but somebody may know what it is
         return;

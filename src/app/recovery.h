@@ -7,4 +7,8 @@ namespace zrt {
 // logs. May pump.
 void OfferRecovery();
 
+// Before a new log takes the temporary name: a log that still stands under it, for it could not be
+// read, moved or deleted, becomes the first of the unsaved ones. Returns 0 or the system's error.
+[[nodiscard]] int KeepStrayLog();
+
 } // namespace zrt

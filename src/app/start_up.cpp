@@ -7,9 +7,11 @@
 #include "app/main_clock.h"
 #include "app/main_window.h"
 #include "app/partial_window.h"
+#include "app/post_contest.h"
 #include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/session_reset.h"
+#include "app/user_info.h"
 #include "entry/log_form.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -99,6 +101,8 @@ void RegisterWindows() {
     RegisterAboutBox();
     RegisterBackground();
     RegisterPartial();
+    RegisterUserInfo();
+    RegisterPostContest();
     WireMainWindow();
 }
 

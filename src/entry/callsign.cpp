@@ -169,6 +169,17 @@ i16 DefaultZone(std::string_view call) {
     return zones[static_cast<std::size_t>(*digit - '0')];
 }
 
+std::string MainPrefix(i16 country) {
+    return country == 0
+               ? std::string()
+               : Reference.CountryTable[static_cast<std::size_t>(country)].MainPrefix.Trimmed();
+}
+
+std::string DisplayPrefix(i16 country) {
+    const std::string prefix = MainPrefix(country);
+    return prefix.starts_with('*') ? prefix.substr(1) : prefix;
+}
+
 i16 HeadingTo(i16 row) {
     if (row < 1 || row > Reference.CountryCount)
         return 0;

@@ -28,6 +28,11 @@ CallArea ClassifyNorthAmerica(std::string_view prefix);
 // The CQ zone of the call area of a US or Canadian call; 0 for any other call.
 i16 DefaultZone(std::string_view call);
 
+// The main prefix of a country, empty for row 0; a "*" marks one that counts in CQ contests alone,
+// and is not shown.
+std::string MainPrefix(i16 country);
+std::string DisplayPrefix(i16 country);
+
 // Degrees, 0 to 360, from the station to a country: the great circle's direction at its start.
 // Computed once, then kept in the country's Heading. 0 for a row that holds no country.
 i16 HeadingTo(i16 row);

@@ -126,7 +126,7 @@ void AskForPortable(const std::string &call, const std::string &other) {
 enum class DupeNumbers { Mine, HisAndMine };
 
 // By ContestId - 1. Where each contact has a number of its own the received one tells too.
-constexpr std::array<DupeNumbers, kContests> kDupeNumbers = {
+constexpr auto kDupeNumbers = std::to_array<DupeNumbers>({
     DupeNumbers::Mine,       // ARRL DX
     DupeNumbers::HisAndMine, // ZRT
     DupeNumbers::Mine,       // CQ WW
@@ -140,7 +140,8 @@ constexpr std::array<DupeNumbers, kContests> kDupeNumbers = {
     DupeNumbers::Mine,       // NEQP
     DupeNumbers::Mine,       // Generic
     DupeNumbers::HisAndMine, // CW Open
-};
+});
+static_assert(kDupeNumbers.size() == kContests);
 
 bool ShowsHisNumber() {
     return Contest.ContestId != kNoContest &&

@@ -30,6 +30,22 @@ std::string CutTo(std::string_view text, std::size_t most) {
     return std::string(TrimRight(text.substr(0, most)));
 }
 
+// The exchanges that begin with a number: the field, and how many of its characters are the
+// number's.
+struct NumberFirst {
+    Typed All;
+    std::size_t Number = 0;
+};
+
+// Refuses what begins with a letter.
+NumberFirst ReadNumberFirst() {
+    NumberFirst field{ReadField(IsLetterDigitOrBlank)};
+    if (BeginsWithLetter(field.All.Text))
+        Refuse(kNumberFirst, PartOf(field.All, 0, 1));
+    field.Number = LeadingRun(field.All.Text, IsDigitOrBlank, kMostNumberDigits);
+    return field;
+}
+
 // ---- ARRL DX
 
 void ReadPower(const std::string &text, ParsedExchange &parsed) {
@@ -60,7 +76,8 @@ bool CountyIsGood(const std::string &mult) {
     switch (Contest.ContestId) {
     case kZrt: return Contest.StationInState || FindMult(Multipliers.ZrtMults, mult) != 0;
     case kPaqp: return FindMult(Multipliers.PaqpMults, mult) != 0;
-    default: return FindMult(Multipliers.NeqpMults, mult, 2) != 0; // the third is for display
+    case kNeqp: return FindMult(Multipliers.NeqpMults, mult, 2) != 0; // the third is for display
+    default: return false;
     }
 }
 
@@ -159,13 +176,10 @@ void CQWWParse(ParsedExchange &parsed) {
 
 void SprintParse(ParsedExchange &parsed) {
     BeginParse();
-    const Typed typed = ReadField(IsLetterDigitOrBlank);
-    const std::string_view text = typed.Text;
-    if (BeginsWithLetter(text)) {
-        Refuse(kNumberFirst, PartOf(typed, 0, 1));
+    const auto [typed, number] = ReadNumberFirst();
+    if (Entry.ParseError)
         return;
-    }
-    const std::size_t number = LeadingRun(text, IsDigitOrBlank, kMostNumberDigits);
+    const std::string_view text = typed.Text;
     if (text.size() - number < 3) {
         Refuse(kIncomplete, EndOfField());
         return;
@@ -250,13 +264,10 @@ void TenParse(ParsedExchange &parsed) {
 
 void CWOParse(ParsedExchange &parsed) {
     BeginParse();
-    const Typed typed = ReadField(IsLetterDigitOrBlank);
-    const std::string_view text = typed.Text;
-    if (BeginsWithLetter(text)) {
-        Refuse(kNumberFirst, PartOf(typed, 0, 1));
+    const auto [typed, number] = ReadNumberFirst();
+    if (Entry.ParseError)
         return;
-    }
-    const std::size_t number = LeadingRun(text, IsDigitOrBlank, kMostNumberDigits);
+    const std::string_view text = typed.Text;
     const std::string_view rest = Trim(text.substr(number));
     if (rest.empty()) {
         Refuse(kIncomplete);
@@ -272,10 +283,23 @@ void CWOParse(ParsedExchange &parsed) {
 
 void ParseExchange(ParsedExchange &parsed) {
     using Parser = void (*)(ParsedExchange &);
-    static constexpr std::array<Parser, kContests + 1> kParsers = {
-        nullptr, ARRLParse,   CountyParse, CQWWParse, SprintParse, SSParse, WPXParse,
-        nullptr, CountyParse, NaqpParse,   TenParse,  CountyParse, nullptr, CWOParse,
-    };
+    static constexpr auto kParsers = std::to_array<Parser>({
+        nullptr,
+        ARRLParse,
+        CountyParse,
+        CQWWParse,
+        SprintParse,
+        SSParse,
+        WPXParse,
+        nullptr,
+        CountyParse,
+        NaqpParse,
+        TenParse,
+        CountyParse,
+        nullptr,
+        CWOParse,
+    });
+    static_assert(kParsers.size() == kContests + 1);
     BeginParse(); // where there is no parser, nothing is refused
     const auto contest = static_cast<std::size_t>(Contest.ContestId);
     if (contest < kParsers.size() && kParsers[contest] != nullptr)

@@ -71,6 +71,9 @@ void NameMenus() {
     NameMenu(LogForm.mnuFileOpen, "Open...", "mnuFile");
     NameMenu(LogForm.mnuFileSave, "Save As...", "mnuFile");
     NameMenu(LogForm.mnuFileBackup, "Backup", "mnuFile");
+    NameMenu(LogForm.mnuFilePostBar, "-", "mnuFile");
+    NameMenu(LogForm.mnuFilePostContest, "Post-Contest", "mnuFile");
+    NameMenu(LogForm.mnuFilePostCabrillo, "Post-Contest Cabrillo", "mnuFile");
     NameMenu(LogForm.mnuFileRecentBar, "-", "mnuFile");
     for (MenuItem &entry : LogForm.mnuFileRecent)
         NameMenu(entry, "", "mnuFile");
@@ -135,6 +138,10 @@ void RegisterLogForm() {
         {"mnuFileOpen", &LogForm.mnuFileOpen, "Open a log"},
         {"mnuFileSave", &LogForm.mnuFileSave, "Give the log a name"},
         {"mnuFileBackup", &LogForm.mnuFileBackup, "Copy the log to the backup drive"},
+        {"mnuFilePostBar", &LogForm.mnuFilePostBar, "Above the files after the contest"},
+        {"mnuFilePostContest", &LogForm.mnuFilePostContest, "Make the files after a contest"},
+        {"mnuFilePostCabrillo", &LogForm.mnuFilePostCabrillo,
+         "Make a rate sheet of a Cabrillo file"},
         {"mnuFileRecentBar", &LogForm.mnuFileRecentBar, "Above the recent logs"},
         {"mnuFileRecent(1)", &LogForm.mnuFileRecent[0], "Open the most recent log"},
         {"mnuFileRecent(2)", &LogForm.mnuFileRecent[1], "Open a recent log"},

@@ -13,6 +13,7 @@ namespace zrt {
 struct LogFormWindow : Form {
     // File, New and the others of the menu bar.
     MenuItem mnuFile, mnuFileNew, mnuFileOpen, mnuFileSave, mnuFileBackup;
+    MenuItem mnuFilePostBar, mnuFilePostContest, mnuFilePostCabrillo;
     MenuItem mnuFileRecentBar, mnuFileExitBar, mnuFileExit;
     std::array<MenuItem, 4> mnuFileRecent; // named mnuFileRecent(1) to mnuFileRecent(4)
     MenuItem mnuEdit, mnuEditLast, mnuEditKillLast, mnuEditKillAll, mnuEditMarkDecade;
@@ -21,7 +22,7 @@ struct LogFormWindow : Form {
     MenuItem mnuRadioWK;
     MenuItem mnuHelp, mnuHelpContents, mnuHelpContestRules, mnuHelpKeyboardCommands, mnuHelpAbout;
 
-    Label lblLog;                   // "Log: " name " - - Contest: " name
+    Label lblLog;                   // "Log: " name " - - Contest: " name; no log: "Files written: "
     Label lblCallsign, lblExchange; // captions of the two fields
     Label lblDupe;                  // the DUPE line, in place of the two captions
     std::array<TextBox, 2> InData;  // 0 call, 1 exchange

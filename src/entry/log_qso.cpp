@@ -185,8 +185,8 @@ std::string RadioFrequencyText() {
 }
 
 void TakeRadio(LogEntry &entry) {
-    // A county contact of a ZRT station at home inherits radio and frequency from the contact
-    // before it: both are still in the working record.
+    // A county contact of a ZRT station at home inherits radio and frequency from what is still in
+    // the working record: the contact logged before it, or the one that the DUPE line showed since.
     if (Entry.CountyContact)
         return;
     entry.RadioNumber = Radios.LogRadio == 1 ? "1" : Radios.LogRadio == 2 ? "2" : "0";

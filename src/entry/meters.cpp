@@ -61,7 +61,7 @@ struct MeterRow {
     bool PointsInOthers;
     const char *OnBandTitle;
 };
-constexpr std::array<MeterRow, kContests + 1> kMeters = {{
+constexpr auto kMeters = std::to_array<MeterRow>({
     {false, false, ""},            // none
     {false, false, "On Band: "},   // ARRL DX
     {true, true, "Band-Mode: "},   // ZRT
@@ -76,7 +76,8 @@ constexpr std::array<MeterRow, kContests + 1> kMeters = {{
     {false, true, "Band-Mode: "},  // NEQP
     {false, false, "Band-Mode: "}, // Generic
     {true, false, "On Band: "},    // CW Open
-}};
+});
+static_assert(kMeters.size() == kContests + 1);
 
 i16 LastEntry() {
     return static_cast<i16>(Log.NextEntry - 1);
@@ -313,7 +314,7 @@ struct TableForm {
 };
 
 // Row: ContestId.
-constexpr std::array<TableForm, kContests + 1> kTables = {{
+constexpr auto kTables = std::to_array<TableForm>({
     {ColumnsOf::Bands, {}},
     {ColumnsOf::Bands, kPlain},               // ARRL DX
     {ColumnsOf::BandsInPairs, kQsoParty},     // ZRT
@@ -328,7 +329,8 @@ constexpr std::array<TableForm, kContests + 1> kTables = {{
     {ColumnsOf::BandsInPairs, kQsoParty},     // NEQP
     {ColumnsOf::BandsInPairs, kAllCountries}, // Generic
     {ColumnsOf::Bands, kPlain},               // CW Open
-}};
+});
+static_assert(kTables.size() == kContests + 1);
 
 // The pair of a value; the side without data is a zero beside the other.
 std::string Pair(const std::string &phone, const std::string &cw) {

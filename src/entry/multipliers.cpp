@@ -71,6 +71,8 @@ void FillSs() {
         std::min(Reference.SsExtraMultCount, Reference.SsExtraShortFormCount));
     for (const std::string &text : Texts(Reference.SsExtraMults).first(extra))
         Multipliers.SsMults.push_back(SplitRow(text));
+    for (i16 row = 1; row <= static_cast<i16>(Multipliers.SsMults.size()); ++row)
+        Multipliers.SsRows.emplace(SsShortForm(row), row); // the first of two alike
 }
 
 // ---- the keys of a contact
@@ -240,16 +242,6 @@ NewMults Mark(const MultKeys &keys) {
 
 // ---- the keys of a contact that is being logged, and its RcvdExchange
 
-std::string MainPrefix(i16 country) {
-    return country == 0
-               ? std::string()
-               : Reference.CountryTable[static_cast<std::size_t>(country)].MainPrefix.Trimmed();
-}
-
-std::string WithoutStar(std::string prefix) {
-    return prefix.starts_with('*') ? prefix.substr(1) : prefix;
-}
-
 // The number of the row where the table has the text, the text itself where it has not.
 void TakeTableRow(LogEntry &entry, const ParsedExchange &parsed, MultKeys &keys) {
     keys.Row = FindMult(*TableOfContest(), parsed.Mult, SpellingsOfContest());
@@ -263,7 +255,7 @@ void TakeArrlDx(LogEntry &entry, const ParsedExchange &parsed, MultKeys &keys) {
         return;
     }
     keys.Country = CountryLookup(entry.Callsign.Trimmed());
-    entry.RcvdExchange = WithoutStar(MainPrefix(keys.Country));
+    entry.RcvdExchange = DisplayPrefix(keys.Country);
     if (IsRefused(keys.Country))
         entry.Points = "0";
 }
@@ -353,17 +345,6 @@ i16 RowOfStoredZrt(const std::string &text) {
     return RowOfStoredText(Multipliers.ZrtMults, text);
 }
 
-// Precedence, check and the two letters of the section.
-i16 RowOfStoredSs(std::string_view exchange) {
-    const std::string_view section = Trim(exchange.substr(3));
-    if (section.empty())
-        return 0;
-    for (i16 row = 1; row <= static_cast<i16>(Multipliers.SsMults.size()); ++row)
-        if (SsShortForm(row) == section)
-            return row;
-    return 0;
-}
-
 std::string StoredPrefix(const OldEntry36 &entry) {
     const std::string stored = entry.RcvdExchange.Trimmed();
     return stored.empty() ? FixedText<5>(WpxPrefix(entry.Callsign.Trimmed())).Trimmed() : stored;
@@ -388,7 +369,7 @@ MultKeys KeysOfRecord(const OldEntry36 &entry) {
     case kNaqp:
         keys.Row = RowOfStoredText(*TableOfContest(), exchange, SpellingsOfContest());
         break;
-    case kSs: keys.Row = RowOfStoredSs(entry.RcvdExchange.Whole()); break;
+    case kSs: keys.Row = SsSectionRow(entry.RcvdExchange.Whole().substr(3)); break;
     case kCqWw:
         keys.Country = CountryLookup(call);
         keys.Zone = entry.RcvdNumber;
@@ -441,14 +422,23 @@ std::string MultText(std::string_view stored) {
                              : (*table)[static_cast<std::size_t>(row) - 1].Spellings[0];
 }
 
-std::string SsShortForm(i16 row) {
+const std::string &SsShortForm(i16 row) {
+    static const std::string none;
     if (row < 1)
-        return "";
+        return none;
     const std::size_t place = static_cast<std::size_t>(row) - 1;
     if (place < Reference.SsShortForms.size())
         return Reference.SsShortForms[place];
     const std::size_t extra = place - Reference.SsShortForms.size();
-    return extra < Reference.SsExtraShortForms.size() ? Reference.SsExtraShortForms[extra] : "";
+    if (extra >= Reference.SsExtraShortForms.size())
+        return none;
+    return Reference.SsExtraShortForms[extra];
+}
+
+i16 SsSectionRow(std::string_view shortForm) {
+    const std::string_view section = Trim(shortForm);
+    const auto found = Multipliers.SsRows.find(section);
+    return section.empty() || found == Multipliers.SsRows.end() ? i16{0} : found->second;
 }
 
 NewMults ApplyMultiplier(LogEntry &entry, const ParsedExchange &parsed) {
@@ -457,6 +447,13 @@ NewMults ApplyMultiplier(LogEntry &entry, const ParsedExchange &parsed) {
 
 NewMults ReplayMultiplier(const OldEntry36 &entry) {
     return Mark(KeysOfRecord(entry));
+}
+
+NewMults ReplayCountry(i16 country, i16 bandIndex) {
+    MultKeys keys;
+    keys.Band = bandIndex;
+    keys.Country = country;
+    return Mark(keys);
 }
 
 PrefixPlace InsertPrefix(std::string_view prefix, bool testOnly) {

@@ -8,6 +8,7 @@
 #include "session/reference_data.h"
 
 #include <array>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +40,8 @@ struct MultiplierState {
     MultTable ZrtCounties;
     MultTable PaqpMults, NeqpMults, SprintMults, SsMults, ArrlMults, NaqpMults, TenMults;
 
+    std::map<std::string, i16, std::less<>> SsRows; // by short form
+
     // Contacts by country row and band, and by zone and band; the rows 0 stay unused.
     std::vector<CountsByBand> CountryWorked = std::vector<CountsByBand>(kMostCountries + 1);
     std::vector<CountsByBand> ZoneWorked = std::vector<CountsByBand>(kZones + 1);
@@ -64,7 +67,9 @@ i16 FindMult(const MultTable &table, std::string_view text, int spellings = 3);
 std::string MultText(std::string_view stored);
 
 // The two-letter form of an SS section, by its row; sections of today have theirs behind the 83.
-std::string SsShortForm(i16 row);
+const std::string &SsShortForm(i16 row);
+// The row with a short form, 0 for none.
+i16 SsSectionRow(std::string_view shortForm);
 
 // What a contact adds to the multipliers. ARRL 10 m counts states and CW Open calls without a band.
 struct NewMults {
@@ -80,6 +85,8 @@ NewMults ApplyMultiplier(LogEntry &entry, const ParsedExchange &parsed);
 
 // Marks the multipliers of a contact as it is stored, when a log is read.
 NewMults ReplayMultiplier(const OldEntry36 &entry);
+// The same in ARRL DX at a station in the USA or Canada, with a country that the caller knows.
+NewMults ReplayCountry(i16 country, i16 bandIndex);
 
 // The place of a prefix, cut to the 5 characters that are stored, in WpxPrefixes. With testOnly
 // nothing is inserted.

@@ -53,12 +53,6 @@ void ShowNeed(std::string_view prefix, bool needed) {
     ShowLabel(LogForm.NeedPfxLabel, Padded(prefix) + (needed ? " NEEDED" : " Worked"));
 }
 
-std::string DisplayPrefix(i16 country) {
-    const std::string prefix =
-        Reference.CountryTable[static_cast<std::size_t>(country)].MainPrefix.Trimmed();
-    return prefix.starts_with('*') ? prefix.substr(1) : prefix;
-}
-
 bool IsRow(i16 country) {
     return country > 0 && country <= kMostCountries;
 }

@@ -7,7 +7,6 @@
 #include "entry/old_calls.h"
 #include "session/contests.h"
 #include "session/log_file.h"
-#include "session/reference_data.h"
 #include "session/settings.h"
 
 #include <algorithm>
@@ -91,14 +90,11 @@ std::string OldCwOpen(std::string_view text) {
 // Precedence, two digits of the check, two letters of the section; shown as check, precedence and
 // section.
 std::string OldSs(std::string_view text) {
-    if (text.size() != 5)
+    const i16 row = text.size() == 5 ? SsSectionRow(text.substr(3)) : i16{0};
+    if (row == 0)
         return {};
-    const auto rows = static_cast<i16>(Multipliers.SsMults.size());
-    for (i16 row = 1; row <= rows; ++row)
-        if (SsShortForm(row) == text.substr(3))
-            return std::string(text.substr(1, 2)) + " " + text[0] + " " +
-                   Multipliers.SsMults[static_cast<std::size_t>(row) - 1].Spellings[0];
-    return {};
+    return std::string(text.substr(1, 2)) + " " + text[0] + " " +
+           Multipliers.SsMults[static_cast<std::size_t>(row) - 1].Spellings[0];
 }
 
 // ---- the table of contests
@@ -109,7 +105,7 @@ struct FillRow {
 };
 
 // By ContestId - 1.
-constexpr std::array<FillRow, kContests> kFills = {{
+constexpr auto kFills = std::to_array<FillRow>({
     {ArrlText, AsItIs},        // ARRL DX
     {CountyText, MultText},    // ZRT
     {NumberText, AsItIs},      // CQ WW, the zone
@@ -123,7 +119,8 @@ constexpr std::array<FillRow, kContests> kFills = {{
     {CountyText, MultText},    // NEQP
     {GenericText, AsItIs},     // Generic
     {CwOpenText, OldCwOpen},   // CW Open
-}};
+});
+static_assert(kFills.size() == kContests);
 
 const FillRow *FillOfContest() {
     return Contest.ContestId == kNoContest

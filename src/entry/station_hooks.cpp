@@ -12,6 +12,9 @@ StationRequests Requests;
 StationHooks Station;
 
 void NoteRequest(std::string request) {
+    constexpr std::size_t kMost = 1000; // of a whole contest without a transmitter
+    if (Requests.Made.size() >= kMost)
+        Requests.Made.erase(Requests.Made.begin());
     Requests.Made.push_back(std::move(request));
 }
 

@@ -77,18 +77,6 @@ void AddOperatingTime(bool changed, i32 d, StampRule rule) {
         Statistics.OnBandMinutes += d;
 }
 
-// These contests start late in the UTC day, so a first contact early in the day falls on the
-// second one.
-i16 FirstDay(i16 time) {
-    switch (Contest.ContestId) {
-    case kSs: return time < 2100 ? 2 : 1;
-    case kZrt:
-    case kPaqp: return time < 1600 ? 2 : 1;
-    case kNeqp: return time < 2000 ? 2 : 1;
-    default: return 1;
-    }
-}
-
 i16 LastDay() {
     switch (Contest.ContestId) {
     case kSs: return 3;
@@ -100,7 +88,7 @@ i16 LastDay() {
 void CountDay(i16 n, const OldEntry36 &entry, const OldEntry36 &before, StampRule rule) {
     if (n == 1) {
         if (rule == StampRule::Rescan)
-            Statistics.DayCount = FirstDay(entry.Time);
+            Statistics.DayCount = FirstContestDay(entry.Time);
         return;
     }
     if (entry.Date != before.Date && Statistics.DayCount < kMostDays)
@@ -143,11 +131,22 @@ void StampContact(i16 n, const OldEntry36 &entry, const OldEntry36 &before, Stam
     AddOperatingTime(before.BandIndex != entry.BandIndex, d, rule);
 }
 
+i16 FirstContestDay(i16 time) {
+    switch (Contest.ContestId) {
+    case kSs: return time < 2100 ? 2 : 1;
+    case kZrt:
+    case kPaqp: return time < 1600 ? 2 : 1;
+    case kNeqp: return time < 2000 ? 2 : 1;
+    default: return 1;
+    }
+}
+
+i32 ScoreOf(i32 points, i32 mults) {
+    return Contest.ContestId == kPaqp ? RoundToEven(points / 10.0 * mults) : points * mults;
+}
+
 void ComputeScore() {
-    if (Contest.ContestId == kPaqp)
-        Statistics.Score = RoundToEven(Statistics.TotalPoints / 10.0 * Statistics.TotalMults);
-    else
-        Statistics.Score = Statistics.TotalPoints * Statistics.TotalMults;
+    Statistics.Score = ScoreOf(Statistics.TotalPoints, Statistics.TotalMults);
 }
 
 std::string WithCommas(i32 number) {

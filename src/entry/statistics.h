@@ -53,7 +53,13 @@ enum class StampRule { Live, Rescan };
 // for n 1) to the operating times. A void takes the stamp of the entry before.
 void StampContact(i16 n, const OldEntry36 &entry, const OldEntry36 &before, StampRule rule);
 
-// Score from points and multipliers: in PAQP tenths / 10, ties to even.
+// The contest day, 1 or 2, that a first contact at this time (HHMM) falls on: contests that start
+// late in the UTC day go on into the second one.
+i16 FirstContestDay(i16 time);
+
+// Points times multipliers; in PAQP the points are tenths, ties to even.
+i32 ScoreOf(i32 points, i32 mults);
+// Of the log that is open.
 void ComputeScore();
 // "12,345": commas in numbers of 4 to 7 digits, any other as it is.
 std::string WithCommas(i32 number);

@@ -110,6 +110,16 @@ int CopyFile(const std::string &from, const std::string &to) {
     return ReplaceFile(to, bytes);
 }
 
+int MoveToFirst(const std::string &from, std::span<const std::string> names) {
+    std::size_t place = 0;
+    while (place + 1 < names.size() && Files.Exists(names[place]))
+        ++place;
+    for (; place > 0; --place)
+        if (const int error = Files.Rename(names[place - 1], names[place]))
+            return error;
+    return Files.Rename(from, names[0]);
+}
+
 std::string FolderOf(std::string_view path) {
     const auto last = path.find_last_of("/\\");
     return last == std::string_view::npos ? std::string() : std::string(path.substr(0, last + 1));

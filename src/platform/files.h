@@ -77,6 +77,11 @@ class OpenedFile {
 // Copies a file the same way.
 [[nodiscard]] int CopyFile(const std::string &from, const std::string &to);
 
+// Moves `from` to the first of the names. Those that are taken move one on each, up to a free one;
+// if none is, the last one's file is lost. After an error it can be done again, and no more is
+// lost.
+[[nodiscard]] int MoveToFirst(const std::string &from, std::span<const std::string> names);
+
 // The folder part of a path with its last separator, and the rest. "/" and "\" both separate.
 std::string FolderOf(std::string_view path);
 std::string NameOf(std::string_view path);

@@ -16,6 +16,14 @@ namespace {
 
 constexpr mode_t kNewFileMode = 0644;
 
+// Makes a system call, again and again while a signal interrupts it. Returns its result.
+template <typename Call> auto Uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
 int OpenFile(const std::string &path, OpenMode mode, int &handle) {
     int flags = O_CLOEXEC;
     switch (mode) {
@@ -23,19 +31,17 @@ int OpenFile(const std::string &path, OpenMode mode, int &handle) {
     case OpenMode::Update: flags |= O_RDWR; break;
     case OpenMode::Create: flags |= O_RDWR | O_CREAT | O_TRUNC; break;
     }
-    do
-        handle = ::open(path.c_str(), flags, kNewFileMode);
-    while (handle < 0 && errno == EINTR);
+    handle = Uninterrupted([&] { return ::open(path.c_str(), flags, kNewFileMode); });
     return handle < 0 ? errno : 0;
 }
 
 int ReadAt(int handle, std::uint64_t offset, std::span<std::byte> bytes, std::size_t &got) {
     got = 0;
     while (got < bytes.size()) {
-        const auto n = ::pread(handle, bytes.data() + got, bytes.size() - got,
-                               static_cast<off_t>(offset + got));
-        if (n < 0 && errno == EINTR)
-            continue;
+        const auto n = Uninterrupted([&] {
+            return ::pread(handle, bytes.data() + got, bytes.size() - got,
+                           static_cast<off_t>(offset + got));
+        });
         if (n < 0)
             return errno;
         if (n == 0)
@@ -48,10 +54,10 @@ int ReadAt(int handle, std::uint64_t offset, std::span<std::byte> bytes, std::si
 int WriteAt(int handle, std::uint64_t offset, std::span<const std::byte> bytes) {
     std::size_t written = 0;
     while (written < bytes.size()) {
-        const auto n = ::pwrite(handle, bytes.data() + written, bytes.size() - written,
-                                static_cast<off_t>(offset + written));
-        if (n < 0 && errno == EINTR)
-            continue;
+        const auto n = Uninterrupted([&] {
+            return ::pwrite(handle, bytes.data() + written, bytes.size() - written,
+                            static_cast<off_t>(offset + written));
+        });
         if (n < 0)
             return errno;
         if (n == 0)
@@ -72,7 +78,7 @@ int LengthOf(int handle, std::uint64_t &length) {
 }
 
 int SyncHandle(int handle) {
-    return ::fdatasync(handle) == 0 ? 0 : errno;
+    return Uninterrupted([&] { return ::fdatasync(handle); }) == 0 ? 0 : errno;
 }
 
 int CloseHandle(int handle) {
@@ -81,19 +87,21 @@ int CloseHandle(int handle) {
 }
 
 int RemoveFile(const std::string &path) {
-    return ::unlink(path.c_str()) == 0 ? 0 : errno;
+    return Uninterrupted([&] { return ::unlink(path.c_str()); }) == 0 ? 0 : errno;
 }
 
 int RenameFile(const std::string &from, const std::string &to) {
-    return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+    return Uninterrupted([&] { return ::rename(from.c_str(), to.c_str()); }) == 0 ? 0 : errno;
 }
 
 int SyncFolder(const std::string &folder) {
-    const int handle = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
+    const char *path = folder.empty() ? "." : folder.c_str();
+    const int handle = Uninterrupted([&] { return ::open(path, O_RDONLY | O_CLOEXEC); });
     if (handle < 0)
         return errno;
     // Some file systems can't sync a folder and say EINVAL; there is nothing more to do on those.
-    const int error = ::fsync(handle) == 0 || errno == EINVAL ? 0 : errno;
+    const bool synced = Uninterrupted([&] { return ::fsync(handle); }) == 0 || errno == EINVAL;
+    const int error = synced ? 0 : errno;
     ::close(handle);
     return error;
 }

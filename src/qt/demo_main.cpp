@@ -33,12 +33,20 @@ void Repaint() {
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+void SaveWindow(const zrt::Form &form) {
+    const QString name = QString::fromStdString(zrt::RegistrationOf(form).Name);
+    zrt::ViewOf(form)->grab().save(Folder + "/" + name + ".png");
+}
+
+// The windows at the end; each dialog as it was seen last.
 void SaveWindows() {
     for (const zrt::NamedForm &form : zrt::RegisteredForms())
         if (form.Record->Visible)
-            zrt::ViewOf(*form.Record)
-                ->grab()
-                .save(Folder + "/" + QString::fromStdString(form.Name) + ".png");
+            SaveWindow(*form.Record);
+}
+void SaveDialog() {
+    if (!zrt::Screen.Modal.empty())
+        SaveWindow(*zrt::Screen.Modal.back());
 }
 
 // What the program has written: the logs of the scenario, not the files that it began with.
@@ -80,7 +88,10 @@ int main(int argc, char *argv[]) {
     program.ShippedData = ZRT_SHIPPED_DATA;
     zrt::RunOptions options;
     options.Narrate = true;
-    options.AfterLine = Repaint;
+    options.AfterLine = [] {
+        Repaint();
+        SaveDialog();
+    };
     options.AtEnd = [] {
         Repaint();
         SaveWindows();

@@ -8,6 +8,7 @@
 #include <QFontMetrics>
 #include <QGroupBox>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -15,9 +16,46 @@
 
 namespace zrt {
 
+namespace {
+
+// The mouse on a label: pressed and let go over it is a click.
+class LabelClicks : public QObject {
+  public:
+    LabelClicks(Label &record, PlaceLabel *widget)
+        : QObject(widget), Record(record), Widget(*widget) {}
+
+    bool eventFilter(QObject *object, QEvent *event) override {
+        if (event->type() != QEvent::MouseButtonPress &&
+            event->type() != QEvent::MouseButtonRelease)
+            return QObject::eventFilter(object, event);
+        const auto &mouse = static_cast<const QMouseEvent &>(*event);
+        if (mouse.button() != Qt::LeftButton)
+            return false;
+        if (event->type() == QEvent::MouseButtonRelease &&
+            Widget.rect().contains(mouse.position().toPoint())) {
+            FinishFocus();
+            ClickControl(Record);
+            MirrorRecords();
+        }
+        return true;
+    }
+
+  private:
+    Label &Record;
+    PlaceLabel &Widget;
+};
+
+} // namespace
+
 PlaceLabel *NewLabel(Form &form, Label &label, const LabelLook &look) {
     auto *widget = new PlaceLabel(look, nullptr);
     BindWidget(form, label, widget);
+    return widget;
+}
+
+PlaceLabel *NewClickLabel(Form &form, Label &label, const LabelLook &look) {
+    PlaceLabel *widget = NewLabel(form, label, look);
+    widget->installEventFilter(new LabelClicks(label, widget));
     return widget;
 }
 

@@ -15,6 +15,8 @@ class QWidget;
 namespace zrt {
 
 PlaceLabel *NewLabel(Form &form, Label &label, const LabelLook &look);
+// A label that takes clicks of the mouse.
+PlaceLabel *NewClickLabel(Form &form, Label &label, const LabelLook &look);
 EntryField *NewField(Form &form, TextBox &field, int columns, double scale);
 QCheckBox *NewCheckBox(Form &form, CheckBox &box);
 QRadioButton *NewOption(Form &form, OptionButton &option);
@@ -35,5 +37,7 @@ void BuildBandModeView();
 void BuildAboutView();
 void BuildBackgroundView();
 void BuildPartialView();
+void BuildUserInfoView();
+void BuildPostContestView();
 
 } // namespace zrt

@@ -5,6 +5,8 @@
 #include "app/band_mode.h"
 #include "app/contest_chooser.h"
 #include "app/partial_window.h"
+#include "app/post_contest.h"
+#include "app/user_info.h"
 #include "entry/log_form.h"
 #include "qt/mirror.h"
 #include "qt/view_parts.h"
@@ -25,6 +27,7 @@ const View kViews[] = {
     {&LogForm, BuildLogFormView},     {&ChCoForm, BuildContestChooserView},
     {&BandMode, BuildBandModeView},   {&Aboutzrt, BuildAboutView},
     {&BkgdForm, BuildBackgroundView}, {&Partial, BuildPartialView},
+    {&UserInfo, BuildUserInfoView},   {&PostContest, BuildPostContestView},
 };
 
 } // namespace

@@ -14,7 +14,7 @@ constexpr auto kMode = TagLetters::Mode;
 constexpr auto kLocation = TagLetters::Location;
 constexpr auto kNone = TagLetters::None;
 
-constexpr std::array<ContestRow, kContests> kTable = {{
+constexpr auto kTable = std::to_array<ContestRow>({
     // clang-format off
     // chooser                              tag    letters    both   gap  bands  SCP    labels: load, new, save as
     {"ARRL DX Contest",                    "ARL", kMode,     false, 15, 1, 6,  "DX",  "ARRL DX",     "ARRL DX",   "ARRL DX"},
@@ -31,25 +31,27 @@ constexpr std::array<ContestRow, kContests> kTable = {{
     {"[GENERIC] -- Generic Logging",       "GEN", kNone,     true,  15, 1, 11, "ALL", "Generic Log", "[Generic]", "[Generic]"},
     {"CWO -- CW Ops CW Open",              "CWO", kMode,     false, 15, 1, 6,  "ALL", "CWO",         "CWO",       ""},
     // clang-format on
-}};
+});
+static_assert(kTable.size() == kContests);
 
 struct TagRow {
     std::string_view Letters;
     i16 ContestId;
 };
-constexpr std::array<TagRow, 13> kTags = {{{"AR", kArrlDx},
-                                           {"ZR", kZrt},
-                                           {"CW", kCwOpen},
-                                           {"GE", kGeneric},
-                                           {"PA", kPaqp},
-                                           {"NE", kNeqp},
-                                           {"NA", kNaqp},
-                                           {"TE", kTenMeter},
-                                           {"WW", kCqWw},
-                                           {"SP", kSprint},
-                                           {"WP", kWpx},
-                                           {"SS", kSs},
-                                           {"AA", kAa}}};
+constexpr auto kTags = std::to_array<TagRow>({{"AR", kArrlDx},
+                                              {"ZR", kZrt},
+                                              {"CW", kCwOpen},
+                                              {"GE", kGeneric},
+                                              {"PA", kPaqp},
+                                              {"NE", kNeqp},
+                                              {"NA", kNaqp},
+                                              {"TE", kTenMeter},
+                                              {"WW", kCqWw},
+                                              {"SP", kSprint},
+                                              {"WP", kWpx},
+                                              {"SS", kSs},
+                                              {"AA", kAa}});
+static_assert(kTags.size() == kContests);
 
 // The location codes of CQ WW and WPX: "2" USA, "3" VE, "4" to "9" the continents.
 std::string LocationCode(const ContestState &contest) {
@@ -189,12 +191,14 @@ std::string LogLabel(LabelTable table, std::string_view fileName) {
 
 std::string ShortenMiddle(std::string_view name, std::size_t length) {
     constexpr std::string_view kGap = "...";
-    if (name.size() <= length)
+    const std::size_t characters = CharactersOf(name);
+    if (characters <= length)
         return std::string(name);
     const std::size_t kept = length - kGap.size();
     const std::size_t left = kept / 2;
-    return std::string(name.substr(0, left)) + std::string(kGap) +
-           std::string(name.substr(name.size() - (kept - left)));
+    const std::size_t dropped = characters - (kept - left);
+    return std::string(CutAt(name, left)) + std::string(kGap) +
+           std::string(name.substr(CutAt(name, dropped).size()));
 }
 
 } // namespace zrt

@@ -12,7 +12,13 @@ namespace zrt {
 // as 2000 to 2009 is of that decade.
 std::string DateText(i16 dateCode, char decade);
 
+// YYYY-MM-DD, as the files after a contest have it, with the digits of the code as they stand;
+// empty for a code that is no date.
+std::string IsoDateText(i16 dateCode, char decade);
+
 // The date of entry n (1 to NextEntry - 1) of the open log.
 std::string EntryDateText(i16 n);
+// The first byte of its Reserved; a blank in a log of an old form.
+char DecadeOfEntry(i16 n);
 
 } // namespace zrt

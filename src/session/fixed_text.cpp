@@ -130,4 +130,24 @@ std::string FromLatin1(std::string_view latin1) {
     return utf8;
 }
 
+namespace {
+
+bool BeginsCharacter(char byte) {
+    return (byte & 0xC0) != 0x80;
+}
+
+} // namespace
+
+std::size_t CharactersOf(std::string_view utf8) {
+    return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), BeginsCharacter));
+}
+
+std::string_view CutAt(std::string_view utf8, std::size_t length) {
+    std::size_t end = 0;
+    for (std::size_t characters = 0; end < utf8.size(); ++end)
+        if (BeginsCharacter(utf8[end]) && ++characters > length)
+            break;
+    return utf8.substr(0, end);
+}
+
 } // namespace zrt

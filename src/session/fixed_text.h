@@ -72,5 +72,8 @@ i16 TextHash(std::string_view text);
 // Between the screen (UTF-8) and the disk (one byte a character; what Latin-1 lacks becomes "?").
 std::string ToLatin1(std::string_view utf8);
 std::string FromLatin1(std::string_view latin1);
+// The number of characters of a text of the screen, and the first `length` of them.
+std::size_t CharactersOf(std::string_view utf8);
+std::string_view CutAt(std::string_view utf8, std::size_t length);
 
 } // namespace zrt

@@ -38,13 +38,14 @@ int WriteRecords(OpenedFile &file, const std::vector<i16> &numbers) {
     return file.Close();
 }
 
-int WriteAnew() {
+// The header and these entries in a file of their own.
+int WriteAnew(const std::vector<i16> &numbers) {
     OpenedFile file;
     if (const int error = file.Open(Log.LogFileName, OpenMode::Create))
         return error;
     if (const int error = file.WriteAt(0, Encode(Log.KeptHeader)))
         return error;
-    if (const int error = WriteRecords(file, AllEntries()))
+    if (const int error = WriteRecords(file, numbers))
         return error;
     return Files.SyncFolder(FolderOf(Log.LogFileName));
 }
@@ -56,7 +57,7 @@ int WriteRecordsInPlace(const std::vector<i16> &numbers) {
     if (error == 0)
         error = file.Length(length);
     if (error == ENOENT || (error == 0 && length < kHeaderLength))
-        return WriteAnew();
+        return WriteAnew(AllEntries());
     if (error != 0)
         return error;
     // A file that has lost entries gets them back, or zeros would stand in their places.
@@ -119,16 +120,7 @@ i32 EntryCountFromFile(std::uint64_t length, std::size_t recordLength) {
 }
 
 int CreateLogFile() {
-    OpenedFile file;
-    if (const int error = file.Open(Log.LogFileName, OpenMode::Create))
-        return error;
-    if (const int error = file.WriteAt(0, Encode(Log.KeptHeader)))
-        return error;
-    if (const int error = file.Sync())
-        return error;
-    if (const int error = file.Close())
-        return error;
-    return Files.SyncFolder(FolderOf(Log.LogFileName));
+    return WriteAnew({});
 }
 
 int ReadHeader(const std::string &path, LogHeader &header) {

@@ -359,14 +359,4 @@ std::optional<std::string> SettingText(std::string_view key) {
     return {};
 }
 
-std::string_view CutAt(std::string_view utf8, std::size_t length) {
-    std::size_t end = 0;
-    for (std::size_t characters = 0; end < utf8.size(); ++end) {
-        const bool begins = (utf8[end] & 0xC0) != 0x80;
-        if (begins && ++characters > length)
-            break;
-    }
-    return utf8.substr(0, end);
-}
-
 } // namespace zrt

@@ -64,7 +64,4 @@ std::string ValueText(const KeyTarget &target);
 // an unknown key.
 std::optional<std::string> SettingText(std::string_view key);
 
-// The first `length` characters of UTF-8 text.
-std::string_view CutAt(std::string_view utf8, std::size_t length);
-
 } // namespace zrt

@@ -263,8 +263,7 @@ TEST_F(FillFromAnOldLog, TakesTheNameOfAnyContestInCwOpen) {
 TEST_F(FillFromAnOldLog, GivesCheckPrecedenceAndSectionInSs) {
     Open(kSs);
     Multipliers.SsMults = TableOf({"CT", "EMA"});
-    Reference.SsShortForms[0] = "CT";
-    Reference.SsShortForms[1] = "EM";
+    Multipliers.SsRows = {{"CT", 1}, {"EM", 2}};
     EXPECT_EQ(GoToOld("SSA72EM"), "72 a ema ");
     EXPECT_EQ(GoToOld("SSA72XX"), "");
     EXPECT_EQ(GoToOld("SSA7"), "");

@@ -2,7 +2,9 @@
 #include "app/background.h"
 #include "app/band_mode.h"
 #include "app/contest_chooser.h"
+#include "app/post_contest.h"
 #include "app/start_up.h"
+#include "app/user_info.h"
 #include "entry/log_form.h"
 #include "platform/program.h"
 #include "qt/doors.h"
@@ -61,9 +63,11 @@ class Views : public testing::Test {
 };
 
 TEST_F(Views, EveryWindowHasOne) {
-    for (const Form *form :
-         std::initializer_list<const Form *>{&LogForm, &ChCoForm, &BandMode, &Aboutzrt, &BkgdForm})
+    for (const Form *form : std::initializer_list<const Form *>{
+             &LogForm, &ChCoForm, &BandMode, &Aboutzrt, &BkgdForm, &UserInfo, &PostContest})
         EXPECT_NE(ViewOf(*form), nullptr);
+    for (const NamedForm &form : RegisteredForms())
+        EXPECT_NE(ViewOf(*form.Record), nullptr) << form.Name;
 }
 
 TEST_F(Views, TheEntryWindowFitsASmallScreen) {

@@ -258,5 +258,12 @@ TEST_F(Contests, ShortenANameOfMoreThan30CharactersInItsMiddle) {
     EXPECT_NE(shortened.find("..."), std::string::npos) << shortened;
 }
 
+TEST(ShortenMiddle, CountsAndCutsCharactersNotBytes) {
+    const std::string name = "Z\xC3\xBCrichsee \xC3\xA4\xC3\xB6\xC3\xBC.ZRT"; // 17 characters
+    EXPECT_EQ(ShortenMiddle(name, 17), name);
+    EXPECT_EQ(ShortenMiddle(name, 16), "Z\xC3\xBCrich...\xC3\xA4\xC3\xB6\xC3\xBC.ZRT");
+    EXPECT_EQ(ShortenMiddle(name, 7), "Z\xC3\xBC...RT");
+}
+
 } // namespace
 } // namespace zrt

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <string>
+
 namespace zrt {
 namespace {
 
@@ -47,6 +50,41 @@ TEST(DateText, OfAnEntryIsThatOfTheLogsForm) {
     Log.OldEntries26[1].Date = DateCode(2006, 1, 15);
     EXPECT_EQ(EntryDateText(1), "1/15/06");
     Log = {};
+}
+
+// ---- YYYY-MM-DD
+
+TEST(IsoDateText, HasEveryDateOfTheNinetiesAndOfTheTwoDecadesBehindThem) {
+    constexpr std::array kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    for (int year = 1990; year <= 2019; ++year)
+        for (int month = 1; month <= 12; ++month)
+            for (int day = 1; day <= kDays[static_cast<std::size_t>(month) - 1]; ++day) {
+                const std::string text = std::to_string(year) + (month < 10 ? "-0" : "-") +
+                                         std::to_string(month) + (day < 10 ? "-0" : "-") +
+                                         std::to_string(day);
+                ASSERT_EQ(IsoDateText(DateCode(year, month, day), ' '), text);
+            }
+}
+
+TEST(IsoDateText, TakesTheDecadeMarkForYearsThatReadAs200xOnly) {
+    EXPECT_EQ(IsoDateText(DateCode(2026, 10, 24), ' '), "2006-10-24");
+    EXPECT_EQ(IsoDateText(DateCode(2026, 10, 24), '2'), "2026-10-24");
+    EXPECT_EQ(IsoDateText(DateCode(2091, 1, 1), '9'), "2091-01-01");
+    EXPECT_EQ(IsoDateText(DateCode(2006, 10, 24), '1'), "2006-10-24");
+    EXPECT_EQ(IsoDateText(DateCode(2006, 10, 24), 'x'), "2006-10-24");
+    EXPECT_EQ(IsoDateText(DateCode(2006, 10, 24), '\0'), "2006-10-24");
+    EXPECT_EQ(IsoDateText(DateCode(2015, 10, 24), '2'), "2015-10-24");
+    EXPECT_EQ(IsoDateText(DateCode(1995, 10, 24), '2'), "1995-10-24");
+    EXPECT_EQ(IsoDateText(DateCode(1995, 1, 24), '2'), "1995-01-24");
+}
+
+TEST(IsoDateText, OfACodeThatIsNoDateIsEmptyOrItsDigits) {
+    for (const int code : {0, 1, 15, 116, 999, -999})
+        EXPECT_EQ(IsoDateText(static_cast<i16>(code), ' '), "") << code;
+    EXPECT_EQ(IsoDateText(1000, ' '), "1990-01-00");
+    EXPECT_EQ(IsoDateText(9999, ' '), "1999-09-99");
+    EXPECT_EQ(IsoDateText(32767, ' '), "2007-12-76");
+    EXPECT_EQ(IsoDateText(-32768, ' '), "2018-12-76");
 }
 
 } // namespace

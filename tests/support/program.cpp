@@ -26,6 +26,9 @@
 #include "platform/files.h"
 #include "platform/keys.h"
 #include "platform/program.h"
+#include "postcontest/driver.h"
+#include "postcontest/post_contest.h"
+#include "postcontest/recount.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
 #include "session/reference_data.h"
@@ -97,6 +100,9 @@ void ForgetModules() {
     BkgdForm = {};
     BandMode = {};
     ChCoForm = {};
+    PostData = {};
+    Recount = {};
+    Outputs = {};
 }
 
 std::string NewFolder() {
