@@ -62,7 +62,7 @@ ROWS = [
     Row("The same with write and sync", "EnterToStored", "µs", None, SYNC),
     Row("Opening the full log", "OpenLogOfContest", "ms", Budget("p50", 10), READ_LOG),
     Row("The same with the settings synced", "OpenLogAndSyncSettings", "ms", None, READ_LOG),
-    Row("The recount after a contest", "PostTallyAlone", "ms"),
+    Row("The recount after a contest", "PostTallyAlone", "ms", Budget("p50", 10)),
     Row("The Cabrillo text", "CabrilloTextAlone", "ms", Budget("p50", 5)),
     Row("The Cabrillo file, not synced", "WriteCabrilloUnsynced", "ms", Budget("p50", 5), TEXT),
     Row("The Cabrillo file, synced", "WriteCabrilloSynced", "ms", None, TEXT_SYNC),

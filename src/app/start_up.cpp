@@ -37,13 +37,17 @@ std::string ChooseAppPath() {
 }
 
 // Copies each file of a first installation that the program's folder lacks. What can't be copied
-// is missed, and told, where it is read.
+// is missed, and told, where it is read. The settings file, which says that the folder is filled,
+// is the last one: a crash before it leaves the rest to the next start.
 void FillAppPath() {
     const std::string defaults = WithSeparator(ProgramFolders.DefaultsFolder());
     if (defaults == Session.AppPath || Files.Exists(Session.AppPath + kSettingsFile))
         return;
     (void)Files.MakeFolder(Session.AppPath);
-    for (const std::string &name : Files.List(defaults))
+    std::vector<std::string> names = Files.List(defaults);
+    std::stable_partition(names.begin(), names.end(),
+                          [](const std::string &name) { return name != kSettingsFile; });
+    for (const std::string &name : names)
         if (!Files.Exists(Session.AppPath + name))
             (void)CopyFile(defaults + name, Session.AppPath + name);
 }

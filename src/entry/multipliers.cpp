@@ -378,7 +378,7 @@ MultKeys KeysOfRecord(const OldEntry36 &entry) {
     case kAa: keys.Text = StoredPrefix(entry); break;
     case kTenMeter:
         keys.Country = CountryLookup(call);
-        keys.Row = FindMult(Multipliers.TenMults, exchange);
+        keys.Row = GivesState(keys.Country) ? FindMult(Multipliers.TenMults, exchange) : i16{0};
         break;
     case kGeneric: keys.Country = CountryLookup(call); break;
     case kCwOpen: keys.Text = call; break;
@@ -407,10 +407,14 @@ void FillMultiplierTables() {
 i16 FindMult(const MultTable &table, std::string_view text, int spellings) {
     if (text.empty())
         return 0;
-    for (std::size_t row = 0; row < table.size(); ++row)
-        for (int i = 0; i < spellings; ++i)
-            if (table[row].Spellings[static_cast<std::size_t>(i)] == text)
+    for (std::size_t row = 0; row < table.size(); ++row) {
+        for (int i = 0; i < spellings; ++i) {
+            const std::string &spelling = table[row].Spellings[static_cast<std::size_t>(i)];
+            // Most rows part at the first letter: a log that is read asks for thousands.
+            if (spelling.size() == text.size() && spelling[0] == text[0] && spelling == text)
                 return static_cast<i16>(row + 1);
+        }
+    }
     return 0;
 }
 

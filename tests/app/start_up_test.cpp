@@ -13,6 +13,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace zrt {
@@ -154,6 +155,24 @@ TEST_F(Start, FillsTheUsersFolderOnTheFirstRun) {
     EXPECT_EQ(Session.AppPath, kUser + "/");
     EXPECT_EQ(BytesOf("user/cty.dat"), BytesOf("cty.dat"));
     EXPECT_EQ(BytesOf("user/zrtlog125.ini"), BytesOf("zrtlog125.ini"));
+}
+
+// A crash on the first run must leave the rest to the next one, and the settings file says that
+// there is no rest.
+TEST_F(Start, FillsTheUsersFolderWithTheSettingsLast) {
+    static std::vector<std::string> names;
+    names.clear();
+    ProgramFolders.ExecutableFolder = [] { return PathOf("bin"); };
+    ProgramFolders.UserFolder = [] { return PathOf("user"); };
+    ProgramFolders.DefaultsFolder = [] { return PathOf(""); };
+    Files.Rename = [](const std::string &from, const std::string &to) {
+        names.push_back(NameOf(to));
+        return DiskFiles().Rename(from, to);
+    };
+    StartProgram();
+    ASSERT_GT(names.size(), 3U);
+    const auto settings = std::find(names.begin(), names.end(), kSettingsFile);
+    EXPECT_EQ(std::count(settings, names.end(), kSettingsFile), names.end() - settings);
 }
 
 TEST_F(Start, LeavesWhatTheUsersFolderHolds) {
