@@ -3,14 +3,11 @@
 // state.
 #include "app/log_loader.h"
 #include "app/session_reset.h"
-#include "app/start_up.h"
 #include "entry/dupes.h"
 #include "entry/log_form.h"
 #include "entry/multipliers.h"
 #include "entry/points.h"
 #include "entry/statistics.h"
-#include "platform/dialogs.h"
-#include "platform/files.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
 #include "support/program.h"
@@ -104,13 +101,8 @@ void ExpectEqual(const Derived &live, const Derived &read) {
     EXPECT_EQ(live.MultsText, read.MultsText);
 }
 
-class Seam : public ProgramTest, public testing::WithParamInterface<i16> {
+class Seam : public RandomLogTest {
   protected:
-    Seam() {
-        StartProgram();
-        Files.Sync = [](int) { return 0; };
-        Dialogs.Box = [](const MessageBox &) { return BoxAnswer::Ok; }; // refusals, portables
-    }
     static void ReadAgain() {
         Session.RescanInPlace = true;
         LoadLog(0);
@@ -137,9 +129,7 @@ TEST_P(Seam, LoggedAndReadAreOneState) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Contests, Seam, testing::Range(i16{1}, static_cast<i16>(kContests + 1)),
-                         [](const auto &contest) {
-                             return "Contest" + std::to_string(contest.param);
-                         });
+                         ContestOfTest);
 
 } // namespace
 } // namespace zrt

@@ -1,12 +1,9 @@
 // The seam between the counting while a contest runs and the recount of its log: random logs in
 // each contest, mode and location must come to the same totals.
 #include "app/session_reset.h"
-#include "app/start_up.h"
 #include "entry/callsign.h"
 #include "entry/multipliers.h"
 #include "entry/statistics.h"
-#include "platform/dialogs.h"
-#include "platform/files.h"
 #include "postcontest/post_contest.h"
 #include "postcontest/recount.h"
 #include "session/log_file.h"
@@ -138,14 +135,7 @@ void ExpectSums() {
     EXPECT_EQ(hourQsos, parted ? SumOf(Recount.ValidByCode) : Recount.TotalQsos);
 }
 
-class RecountSeam : public ProgramTest, public testing::WithParamInterface<i16> {
-  protected:
-    RecountSeam() {
-        StartProgram();
-        Files.Sync = [](int) { return 0; };
-        Dialogs.Box = [](const MessageBox &) { return BoxAnswer::Ok; }; // refusals, portables
-    }
-};
+class RecountSeam : public RandomLogTest {};
 
 TEST_P(RecountSeam, LoggedAndRecountedAreOneScore) {
     unsigned seed = 1;
@@ -178,10 +168,7 @@ TEST_P(RecountSeam, LoggedAndRecountedAreOneScore) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Contests, RecountSeam,
-                         testing::Range(i16{1}, static_cast<i16>(kContests + 1)),
-                         [](const auto &contest) {
-                             return "Contest" + std::to_string(contest.param);
-                         });
+                         testing::Range(i16{1}, static_cast<i16>(kContests + 1)), ContestOfTest);
 
 } // namespace
 } // namespace zrt

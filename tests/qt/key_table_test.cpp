@@ -1,14 +1,9 @@
 // Every key of the entry fields, with its modifiers, pressed in the real entry window: what the
 // handlers got, and what the field and the window did with it. Offscreen the keys go to the window
 // system's queue as a keyboard's; on X11 xdotool presses them on the server.
-#include "app/start_up.h"
 #include "entry/log_form.h"
-#include "platform/events.h"
-#include "platform/program.h"
-#include "qt/doors.h"
 #include "qt/key_cases.h"
-#include "qt/mirror.h"
-#include "qt/views.h"
+#include "qt/real_windows.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -18,8 +13,6 @@
 #include <QProcess>
 #include <QTest>
 #include <QWindow>
-
-#include <gtest/gtest.h>
 
 namespace zrt {
 namespace {
@@ -31,17 +24,9 @@ bool OnX11() {
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
-class KeyTable : public testing::Test {
+class KeyTable : public RealWindows {
   protected:
     KeyTable() {
-        Program = {};
-        Screen = {};
-        ForgetEvents();
-        InstallQtDoors([] { EndProgram(0); });
-        RegisterWindows();
-        for (const NamedForm &form : RegisteredForms())
-            form.Record->Visible = false;
-        BuildViews();
         ShowEntryFields();
         ShowForm(LogForm);
         LogForm.ActiveControl = &LogForm.InData[0];
@@ -52,11 +37,7 @@ class KeyTable : public testing::Test {
         // Not empty: a paste that slips through is to be seen.
         QGuiApplication::clipboard()->setText(QStringLiteral("PASTED"));
     }
-    ~KeyTable() override {
-        SetNumLock(false);
-        DestroyViews();
-        ForgetEvents();
-    }
+    ~KeyTable() override { SetNumLock(false); }
 
     void WatchHandlers() {
         for (int i = 0; i < 2; ++i) {
@@ -75,14 +56,6 @@ class KeyTable : public testing::Test {
         }
         LogForm.CancelButton.Click = [this] { ++Cancels; };
         LogForm.CloseBox = [this] { ++Closes; };
-    }
-
-    static void Turn() {
-        for (int i = 0; i < 3; ++i) {
-            MirrorRecords();
-            QCoreApplication::processEvents();
-            while (ServeNextEvent(Clock.Steady())) {}
-        }
     }
 
     // On X11 only: the lock belongs to the server.

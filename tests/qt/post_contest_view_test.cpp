@@ -1,33 +1,20 @@
 // The post-contest dialog in its window: what moves, what a click does, who has the keyboard.
 #include "app/post_contest.h"
-#include "app/start_up.h"
-#include "platform/program.h"
-#include "qt/doors.h"
-#include "qt/mirror.h"
-#include "qt/views.h"
+#include "qt/real_windows.h"
 #include "qt/widgets.h"
 
 #include <QCheckBox>
 #include <QListWidget>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
 #include <map>
 
 namespace zrt {
 namespace {
 
-class PostContestView : public testing::Test {
+class PostContestView : public RealWindows {
   protected:
     PostContestView() {
-        Program = {};
-        Screen = {};
-        InstallQtDoors([] { EndProgram(0); });
-        RegisterWindows();
-        for (const NamedForm &form : RegisteredForms())
-            form.Record->Visible = false;
-        BuildViews();
         PostContest.lstOverlay.Rows = {"[NONE]"};
         PostContest.lblFields.Caption = "Prec    Call        Ck      Section";
         PostContest.lblNormal.Caption = "Normal Summary, Log and Dupe Files";
@@ -35,20 +22,12 @@ class PostContestView : public testing::Test {
         ShowForm(PostContest);
         Turn();
     }
-    ~PostContestView() override { DestroyViews(); }
-
     static void Edit(bool editing) {
         PostContest.lblExchangeSent.Visible = PostContest.cmdEdit.Visible = !editing;
         PostContest.lblFields.Visible = editing;
         for (TextBox &field : PostContest.TextExch)
             field.Visible = editing;
         PostContest.cmdExchOK.Visible = PostContest.cmdExchCancel.Visible = editing;
-    }
-    static void Turn() {
-        for (int i = 0; i < 3; ++i) {
-            MirrorRecords();
-            QCoreApplication::processEvents();
-        }
     }
     template <class T> static T *Widget(const char *name) {
         auto *widget = ViewOf(PostContest)->findChild<T *>(QLatin1String(name));

@@ -3,45 +3,24 @@
 #include "app/band_mode.h"
 #include "app/contest_chooser.h"
 #include "app/post_contest.h"
-#include "app/start_up.h"
 #include "app/user_info.h"
 #include "entry/log_form.h"
-#include "platform/program.h"
-#include "qt/doors.h"
-#include "qt/mirror.h"
-#include "qt/views.h"
+#include "qt/real_windows.h"
 #include "qt/widgets.h"
 
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
 namespace zrt {
 namespace {
 
 // The program's own windows, with records as a contest would fill them.
-class Views : public testing::Test {
+class Views : public RealWindows {
   protected:
     Views() {
-        Program = {};
-        Screen = {};
-        InstallQtDoors([] { EndProgram(0); });
-        RegisterWindows();
-        for (const NamedForm &form : RegisteredForms())
-            form.Record->Visible = false;
-        BuildViews();
         ShowForm(LogForm);
         Turn();
-    }
-    ~Views() override { DestroyViews(); }
-
-    static void Turn() {
-        for (int i = 0; i < 3; ++i) {
-            MirrorRecords();
-            QCoreApplication::processEvents();
-        }
     }
     static QWidget *Widget(const char *name) {
         auto *widget = ViewOf(LogForm)->findChild<QWidget *>(QLatin1String(name));

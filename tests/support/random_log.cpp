@@ -1,10 +1,12 @@
 #include "support/random_log.h"
 
+#include "app/start_up.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "entry/multipliers.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
 #include "session/radio_state.h"
-#include "support/program.h"
 
 namespace zrt {
 namespace {
@@ -124,6 +126,16 @@ void ChangeBand(Dice &dice) {
 }
 
 } // namespace
+
+RandomLogTest::RandomLogTest() {
+    StartProgram();
+    Files.Sync = [](int) { return 0; };
+    Dialogs.Box = [](const MessageBox &) { return BoxAnswer::Ok; };
+}
+
+std::string ContestOfTest(const testing::TestParamInfo<i16> &contest) {
+    return "Contest" + std::to_string(contest.param);
+}
 
 std::vector<ContestState> VariantsOf(i16 contestId) {
     ContestState plain;

@@ -4,10 +4,14 @@
 #pragma once
 
 #include "session/contests.h"
+#include "support/program.h"
+
+#include <gtest/gtest.h>
 
 #include <cstddef>
 #include <iterator>
 #include <random>
+#include <string>
 #include <vector>
 
 namespace zrt {
@@ -31,6 +35,15 @@ class Dice {
   private:
     std::mt19937 Engine;
 };
+
+// The program after its start, for random logs of each contest: its disk does not sync, and boxes
+// are answered with OK (refusals, portables).
+class RandomLogTest : public ProgramTest, public testing::WithParamInterface<i16> {
+  protected:
+    RandomLogTest();
+};
+// By ContestId, for INSTANTIATE_TEST_SUITE_P.
+std::string ContestOfTest(const testing::TestParamInfo<i16> &contest);
 
 // The contest in each of its modes and locations.
 std::vector<ContestState> VariantsOf(i16 contestId);
