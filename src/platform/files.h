@@ -71,7 +71,7 @@ class OpenedFile {
 [[nodiscard]] int ReadFileUpTo(const std::string &path, std::uint64_t most, FileBytes &bytes);
 
 // Writes a file whole and safely: to a side file, synced, then renamed over `path`. After an error
-// `path` is as it was.
+// `path` is as it was, or, where only its folder could not be synced, already the new one.
 [[nodiscard]] int ReplaceFile(const std::string &path, std::span<const std::byte> bytes);
 
 // Copies a file the same way.

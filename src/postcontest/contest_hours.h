@@ -13,7 +13,7 @@ inline constexpr int kContestHours = 48;
 using MinutesByHour = std::array<i32, kContestHours + 1>;
 
 // The hour, 1 to the contest's last, of an entry `minutes` after 0000 of the contest's first day.
-// What lies before or behind the contest falls into its first or last hour. Contest 12 has no
+// What lies before or behind the contest falls into its first or last hour. A Generic log has no
 // hours: 0. A Cabrillo file of somebody else counts from 0000, to hour 48.
 int GetContestHour(i32 minutes, bool isCabrilloInput);
 
