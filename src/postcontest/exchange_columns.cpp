@@ -119,7 +119,7 @@ std::string_view ReportColumns(bool qsoIsCw) {
 }
 
 std::string SentColumns(const OldEntry36 &entry) {
-    const std::string number = Number(entry.SentNumber);
+    std::string number = Number(entry.SentNumber);
     switch (Contest.ContestId) {
     case kArrlDx:
     case kTenMeter: return Setting(Settings.ExchangeARRLMult, 6);
@@ -144,7 +144,7 @@ std::string SentColumns(const OldEntry36 &entry) {
 }
 
 std::string RcvdColumns(const OldEntry36 &entry) {
-    const std::string number = Number(entry.RcvdNumber);
+    std::string number = Number(entry.RcvdNumber);
     const std::string name(entry.RcvdName.Whole());
     switch (Contest.ContestId) {
     case kArrlDx: return ArrlExchange(entry, PostData.RcvdIsPower);

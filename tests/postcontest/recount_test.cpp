@@ -181,6 +181,7 @@ TEST_F(RecountTable, TheRuleOfTheFirstDayIsForTheFirstEntryAlone) {
 
 TEST_F(RecountTable, EachChangeOfDateIsADayAndTheDaysEndWithTheEighteenth) {
     std::vector<LogEntry> entries;
+    entries.reserve(25);
     for (int i = 0; i < 25; ++i)
         entries.push_back(Qso("W1AW", 30, 3, '1', "", 0, i % 2)); // to and fro
     Tally("GEN  ", ' ', entries);
