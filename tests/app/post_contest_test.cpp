@@ -382,6 +382,21 @@ TEST_F(AfterTheContest, AFailureThatIsGivenUpKeepsTheDialogWithItsChoices) {
     EXPECT_EQ(Devices.Boxes.size(), 1U);
 }
 
+TEST_F(AfterTheContest, WhatWasWrittenBeforeAFailureIsNamedAfterCancelToo) {
+    Outputs = AllOutputs();
+    PutLog("WPXCW", '2');
+    failing = "Summary";
+    Answer({BoxAnswer::Cancel});
+    Open({[] {
+              Tick(PostContest.chkNormal);
+              ClickOk();
+          },
+          ClickCancel});
+    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG");
+    Open({ClickCancel}); // nothing was written this time
+    EXPECT_EQ(LogForm.lblLog.Caption, "");
+}
+
 TEST_F(AfterTheContest, ARetryIsNoMatterOfTheDialog) {
     Outputs = AllOutputs();
     PutLog("WPXCW", '2');
