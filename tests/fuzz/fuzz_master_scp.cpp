@@ -1,4 +1,4 @@
-// Any bytes as the file of known calls, and as that of calls with recordings.
+// Any bytes as the file of known calls.
 #include "platform/dialogs.h"
 #include "session/reference_data.h"
 #include "session/settings.h"
@@ -37,9 +37,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         Expect(Reference.SCPLoaded && (limit == 0 || Reference.SCPCount <= limit));
         ExpectRows();
     }
-    PutFileInMemory("callmtch.dat", {data, data + size});
-    ReadCallMatch();
-    Expect(Reference.CallMatchCount >= 0 && Reference.CallMatchCount <= kCallMatchRows);
-    Expect(Reference.CallMatchTable[kCallMatchRows - 1].empty());
     return 0;
 }
