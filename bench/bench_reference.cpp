@@ -17,16 +17,29 @@ namespace zrt {
 
 namespace {
 
-// The program's folder of a first installation, on a file system of the operating system's choice.
-// An empty path where the machine had no files of the air to fill it with.
-std::string MakeFolder() {
-    if (!std::filesystem::exists(ZRT_SHIPPED_DATA "/master.scp"))
-        return "";
-    std::string name = (std::filesystem::temp_directory_path() / "bench-XXXXXX").string();
-    std::string folder = std::string(mkdtemp(name.data())) + "/";
-    std::filesystem::copy(ZRT_SHIPPED_DATA, folder, std::filesystem::copy_options::recursive);
-    return folder;
-}
+// The program's folder of a first installation, on a file system of the operating system's choice,
+// and the session in it. The path is empty, and the bench skipped, where the machine had no files
+// of the air to fill it with.
+struct Installation {
+    explicit Installation(benchmark::State &state) {
+        if (!std::filesystem::exists(ZRT_SHIPPED_DATA "/master.scp")) {
+            state.SkipWithError("this machine has no data of the air");
+            return;
+        }
+        std::string name = (std::filesystem::temp_directory_path() / "bench-XXXXXX").string();
+        Folder = std::string(mkdtemp(name.data())) + "/";
+        std::filesystem::copy(ZRT_SHIPPED_DATA, Folder, std::filesystem::copy_options::recursive);
+        InstallHeadlessDoors();
+        Session.AppPath = Folder;
+        Extensions.ScpLimit = 200000;
+        Contest.ContestId = kCqWw;
+    }
+    ~Installation() { std::filesystem::remove_all(Folder); }
+    Installation(const Installation &) = delete;
+    Installation &operator=(const Installation &) = delete;
+
+    std::string Folder;
+};
 
 void ReadEverything() {
     ReadCountries();
@@ -35,20 +48,10 @@ void ReadEverything() {
     ReadStartupData();
 }
 
-void Prepare(const std::string &folder) {
-    InstallHeadlessDoors();
-    Session.AppPath = folder;
-    Extensions.ScpLimit = 200000;
-    Contest.ContestId = kCqWw;
-}
-
 void ReadReferenceFiles(benchmark::State &state) {
-    const std::string folder = MakeFolder();
-    if (folder.empty()) {
-        state.SkipWithError("this machine has no data of the air");
+    const Installation installation(state);
+    if (installation.Folder.empty())
         return;
-    }
-    Prepare(folder);
     Percentiles percentiles;
     while (state.KeepRunning()) {
         Reference = {};
@@ -57,17 +60,13 @@ void ReadReferenceFiles(benchmark::State &state) {
     percentiles.Report(state);
     state.counters["prefixes"] = Reference.PrefixCount;
     state.counters["calls"] = Reference.SCPCount;
-    std::filesystem::remove_all(folder);
 }
 
 // The bytes of the four files, and nothing done with them.
 void FloorReadReferenceFiles(benchmark::State &state) {
-    const std::string folder = MakeFolder();
-    if (folder.empty()) {
-        state.SkipWithError("this machine has no data of the air");
+    const Installation installation(state);
+    if (installation.Folder.empty())
         return;
-    }
-    Prepare(folder);
     Percentiles percentiles;
     std::size_t read = 0;
     while (state.KeepRunning()) {
@@ -75,7 +74,7 @@ void FloorReadReferenceFiles(benchmark::State &state) {
         percentiles.Time(state, [&] {
             for (const char *name : {"cty.dat", "master.scp", "callmtch.dat", "ZRTLOG126.DAT"}) {
                 FileBytes bytes;
-                if (ReadFile(folder + name, bytes) != 0)
+                if (ReadFile(installation.Folder + name, bytes) != 0)
                     state.SkipWithError("not read");
                 read += bytes.size();
             }
@@ -83,39 +82,31 @@ void FloorReadReferenceFiles(benchmark::State &state) {
     }
     percentiles.Report(state);
     state.counters["bytes"] = static_cast<double>(read);
-    std::filesystem::remove_all(folder);
 }
 
-// One iteration is one call.
-void CountryOfKnownCall(benchmark::State &state) {
-    const std::string folder = MakeFolder();
-    if (folder.empty()) {
-        state.SkipWithError("this machine has no data of the air");
+// Times `look`, which is given the numbers of the known calls in turn.
+void TimeLookUps(benchmark::State &state, void (*look)(i32 n)) {
+    const Installation installation(state);
+    if (installation.Folder.empty())
         return;
-    }
-    Prepare(folder);
     ReadEverything();
     i32 n = 0;
     while (state.KeepRunning()) {
-        const std::string_view row = SCPRow(n + 1);
-        const bool marked = row.starts_with('*') || row.starts_with('+');
-        benchmark::DoNotOptimize(CountryLookup(row.substr(marked ? 1 : 0)));
+        look(n + 1);
         n = (n + 1) % Reference.SCPCount;
     }
-    std::filesystem::remove_all(folder);
+}
+
+void CountryOfKnownCall(benchmark::State &state) {
+    TimeLookUps(state, [](i32 n) {
+        const std::string_view row = SCPRow(n);
+        const bool marked = row.starts_with('*') || row.starts_with('+');
+        benchmark::DoNotOptimize(CountryLookup(row.substr(marked ? 1 : 0)));
+    });
 }
 
 void CountryOfPortableCall(benchmark::State &state) {
-    const std::string folder = MakeFolder();
-    if (folder.empty()) {
-        state.SkipWithError("this machine has no data of the air");
-        return;
-    }
-    Prepare(folder);
-    ReadEverything();
-    while (state.KeepRunning())
-        benchmark::DoNotOptimize(CountryLookup("W1AW/VE3"));
-    std::filesystem::remove_all(folder);
+    TimeLookUps(state, [](i32) { benchmark::DoNotOptimize(CountryLookup("W1AW/VE3")); });
 }
 
 constexpr int kReadings = 300;

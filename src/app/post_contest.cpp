@@ -211,29 +211,22 @@ constexpr std::size_t kPathWidth = 60; // characters of a path that its label ha
 
 // Directories are left out of the middle until a path fits.
 std::string ShortPath(const std::string &path, std::size_t width) {
-    const std::string name = "/" + NameOf(path);
+    if (CharactersOf(path) <= width)
+        return path;
+    const std::string end = ".../" + NameOf(path);
     std::string folder = FolderOf(path);
-    while (folder.size() + 3 + name.size() > width && folder.size() > 1) {
+    while (CharactersOf(folder + end) > width && folder.size() > 1) {
         const auto cut = folder.find_last_of("/\\", folder.size() - 2);
         if (cut == std::string::npos || cut == 0)
             break;
         folder.resize(cut + 1);
     }
-    const std::string shortened = folder + "..." + name;
-    return path.size() <= width ? path : ShortenMiddle(shortened, width);
-}
-
-std::string NameOfContest() {
-    if (PostData.IsCabrilloInput)
-        return Contest.ContestId == kCqWw ? "CQWW" : Contest.ContestId == kWpx ? "WPX" : "ARRL DX";
-    const std::string name(Trim(ContestTable(Contest.ContestId).LoadLabel));
-    return ContestTable(Contest.ContestId).BothModes ? name
-                                                     : name + (Contest.ModeCW ? " CW" : " SSB");
+    return ShortenMiddle(folder + end, width);
 }
 
 void OpenDialog() {
     PostContest.Caption = PostData.IsCabrilloInput ? " Rate Sheet Only" : "Post-Contest Processing";
-    PostContest.lblContest.Caption = " Contest: " + NameOfContest();
+    PostContest.lblContest.Caption = " Contest: " + PostData.ContestName;
     PostContest.lblLogFile.Caption = " Log File: " + ShortPath(PostData.InputPath, kPathWidth);
     OpenLists();
     OpenBoxes();

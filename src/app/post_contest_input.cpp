@@ -32,6 +32,7 @@ bool TakeCabrillo(const std::string &path, const CabrilloHead &head) {
     Contest.ContestId = head.ContestId;
     TakeInputPath(path);
     PostData.IsCabrilloInput = true;
+    PostData.ContestName = head.ContestName;
     PostData.ContestIsCw = std::string_view(head.Mode) == "CW";
     PostData.ContestIsSsb = !PostData.ContestIsCw;
     return true;

@@ -18,10 +18,14 @@ void TakeInputPath(const std::string &path) {
 
 void TakePostContestLog() {
     TakeInputPath(Log.LogFileName);
-    const bool bothModes = ContestTable(Contest.ContestId).BothModes;
+    const ContestRow &row = ContestTable(Contest.ContestId);
+    const bool bothModes = row.BothModes;
     const bool taggedCw = Log.KeptHeader.ContestTag.Trimmed().ends_with("CW");
     PostData.ContestIsCw = bothModes || taggedCw;
     PostData.ContestIsSsb = bothModes || !taggedCw;
+    PostData.ContestName = Trim(row.LoadLabel);
+    if (!bothModes)
+        PostData.ContestName += Contest.ModeCW ? " CW" : " SSB";
     PostData.RcvdIsPower = Log.KeptHeader.QthOption.Whole() != "2";
 }
 

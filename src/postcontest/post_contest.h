@@ -26,6 +26,7 @@ struct PostContestState {
     bool ShowRst = false;        // Generic: reports are printed
     bool ExactFrequency = false; // Cabrillo: the frequency of the radio, not of the band
     bool IsCabrilloInput = false;
+    std::string ContestName;               // as the dialog heads it: "CQWW DX CW", "WPX"
     bool IsCwtFile = false;                // a Generic log of a CWOps mini-contest
     std::string InputPath;                 // of the log or Cabrillo file
     std::string BaseName;                  // of all output files: the log's path without extension
@@ -36,7 +37,8 @@ extern PostContestState PostData;
 // The paths of an input; all else as in a new state. BaseName lacks the last four characters, the
 // dot and the extension.
 void TakeInputPath(const std::string &path);
-// The same for the log Log.LogFileName, and the flags by its header Log.KeptHeader.
+// The same for the log Log.LogFileName, whose contest has been set up; the flags are by its header
+// Log.KeptHeader.
 void TakePostContestLog();
 
 // Writes BaseName + extension (".LOG") whole, or leaves what is there as it was and returns the

@@ -34,12 +34,11 @@ TEST_F(Start, LeadsToTheIdleMainWindow) {
 }
 
 TEST_F(Start, ReadsTheReferenceDataInOrder) {
-    std::vector<std::string> read;
-    static std::vector<std::string> *names = &read;
+    static std::vector<std::string> read;
+    read.clear();
     Files.Open = [](const std::string &path, OpenMode mode, int &handle) {
-        if (const std::string name = UpperCase(NameOf(path));
-            names->empty() || names->back() != name)
-            names->push_back(name);
+        if (const std::string name = UpperCase(NameOf(path)); read.empty() || read.back() != name)
+            read.push_back(name);
         return DiskFiles().Open(path, mode, handle);
     };
     StartProgram();

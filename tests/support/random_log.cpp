@@ -180,6 +180,7 @@ std::vector<ContestState> VariantsOf(i16 contestId) {
 
 void LogRandomContacts(Dice &dice, int hour) {
     std::vector<std::string> stations;
+    stations.reserve(kStations);
     for (int i = 0; i < kStations; ++i)
         stations.push_back(RandomCall(dice));
     SetTime(2015, 1, 15, hour, 5);
