@@ -1,22 +1,17 @@
 // Any bytes as a file that may be a Cabrillo log. What is recognised must be what a plain look at
 // its first 20 lines finds.
+#include "fuzz/expect.h"
 #include "postcontest/cabrillo_input.h"
 
 #include <array>
 #include <cctype>
 #include <cstdint>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
 namespace {
 
 using namespace zrt;
-
-void Expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 struct PlainHead {
     bool IsCabrillo = false;

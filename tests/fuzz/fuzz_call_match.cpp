@@ -1,18 +1,13 @@
 // Any bytes as the file of calls with recordings. The rows must be those of the plain loop.
+#include "fuzz/expect.h"
 #include "session/reference_data.h"
 #include "support/file_in_memory.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <sstream>
 #include <utility>
 
 namespace {
-
-void Expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 // The lines without blanks around them. A line ends with CR, LF or both.
 std::vector<std::string> PlainRows(const std::string &text) {

@@ -1,22 +1,16 @@
 // Any bytes as the country file; its last line is then looked up as a call. The answers must be
 // those of the plain loop.
 #include "entry/callsign.h"
+#include "fuzz/expect.h"
 #include "platform/dialogs.h"
 #include "session/contests.h"
 #include "session/reference_data.h"
 #include "support/file_in_memory.h"
 #include "support/plain_countries.h"
 
-#include <cstdlib>
-
 namespace {
 
 int boxes = 0;
-
-void Expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 } // namespace
 

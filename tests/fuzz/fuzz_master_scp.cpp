@@ -1,4 +1,5 @@
 // Any bytes as the file of known calls.
+#include "fuzz/expect.h"
 #include "platform/dialogs.h"
 #include "session/reference_data.h"
 #include "session/settings.h"
@@ -7,11 +8,6 @@
 #include <cstdlib>
 
 namespace {
-
-void Expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 void ExpectRows() {
     using namespace zrt;

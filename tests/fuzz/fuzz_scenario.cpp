@@ -1,20 +1,15 @@
 // Any bytes as a scenario: its lines and words, and each word as a key, as a text to type, as the
 // name of a value and as bytes.
+#include "fuzz/expect.h"
 #include "headless/keyboard.h"
 #include "headless/script.h"
 #include "headless/state_names.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
 using namespace zrt;
-
-void Expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 // A line without a block, written once more from its words.
 std::string Written(const ScriptLine &line) {

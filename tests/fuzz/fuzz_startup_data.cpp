@@ -1,19 +1,13 @@
 // Any bytes as the start-up data file.
+#include "fuzz/expect.h"
 #include "platform/dialogs.h"
 #include "platform/program.h"
 #include "session/reference_data.h"
 #include "support/file_in_memory.h"
 
-#include <cstdlib>
-
 namespace {
 
 int boxes = 0;
-
-void Expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 } // namespace
 

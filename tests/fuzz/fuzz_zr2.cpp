@@ -2,18 +2,13 @@
 // written and read again is the same list.
 #include "app/instamatch.h"
 #include "entry/old_calls.h"
+#include "fuzz/expect.h"
 #include "fuzz/memory_files.h"
 #include "platform/dialogs.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
-
-void Expect(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 bool Below(const zrt::OldCallRow &a, const zrt::OldCallRow &b) {
     return a.Call < b.Call;
