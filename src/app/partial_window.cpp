@@ -1,5 +1,6 @@
 #include "app/partial_window.h"
 
+#include "entry/callsign.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "entry/old_calls.h"
@@ -71,6 +72,7 @@ void TakeCall(const Label &label) {
     ShowForm(LogForm);
     SetFocus(LogForm.InData[0]);
     SetFieldText(LogForm.InData[0], call);
+    Entry.CallShown.clear(); // it may be the one that stands there with a mark
     CallTextChanged();
 }
 
@@ -118,7 +120,7 @@ void RegisterPartial() {
 
 void OpenPartial() {
     SetOpen(true);
-    PartialCheck(UpperCase(ToLatin1(LogForm.InData[0].Text)));
+    PartialCheck(PlainCall(LogForm.InData[0].Text));
 }
 
 void ClosePartial() {

@@ -81,6 +81,7 @@ void RepeatLast(std::string_view) {
     const OldEntry36 last = EntryFields(static_cast<i16>(Log.NextEntry - 1));
     SetFieldText(LogForm.InData[0], FromLatin1(last.Callsign.Trimmed()));
     SetFieldText(LogForm.InData[1], FromLatin1(LastExchange(last)));
+    CallPutBack();
     if (Contest.ContestId == kCqWw)
         LogForm.NeedPfxLabel.Caption.clear();
     SetFocus(LogForm.InData[1]);

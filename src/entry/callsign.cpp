@@ -108,6 +108,12 @@ double Radians(double degrees) {
 
 } // namespace
 
+std::string PlainCall(std::string_view field) {
+    std::string call = UpperCase(ToLatin1(field));
+    std::erase_if(call, [](char c) { return c == '.' || c == '?'; });
+    return std::string(Trim(call));
+}
+
 std::string WpxPrefix(std::string_view call) {
     const auto slash = call.find('/');
     if (slash == std::string_view::npos)

@@ -15,6 +15,10 @@ struct CallAnalysisState {
 };
 extern CallAnalysisState CallAnalysis;
 
+// The call in a field of the window: upper case, without blanks around it and without "." and "?",
+// which are the operator's notes and never reach the log.
+std::string PlainCall(std::string_view field);
+
 // "W1AW" gives "W1", "W1AW/4" "W4", "F/W1AW" "F0"; an empty call gives "".
 std::string WpxPrefix(std::string_view call);
 

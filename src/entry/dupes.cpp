@@ -1,5 +1,6 @@
 #include "entry/dupes.h"
 
+#include "entry/callsign.h"
 #include "entry/log_form.h"
 #include "entry/old_calls.h"
 #include "platform/dialogs.h"
@@ -41,13 +42,6 @@ void ForgetEntryOf(const std::string &call, i16 n) {
 
 // ---- the check
 
-// A call as the lists have it. "." and "?" are the operator's reminders.
-std::string PlainCall(std::string_view field) {
-    std::string call = UpperCase(ToLatin1(field));
-    std::erase_if(call, [](char c) { return c == '.' || c == '?'; });
-    return std::string(Trim(call));
-}
-
 // The other form of a call: its base, or the first portable call that has it as its base. Empty for
 // none. Only the second one says that it is in the log.
 std::string OtherForm(const std::string &call, bool &knownAsPortable) {
@@ -76,19 +70,21 @@ void TakeMatch(i16 n) {
         Dupes.SentByBand[static_cast<std::size_t>(entry.BandIndex)] = entry.SentNumber;
 }
 
-// The entries with this call; a killed last entry is none of the log's any more.
-std::vector<i16> EntriesOf(const std::string &call) {
+// The entries below `end` with this call.
+std::vector<i16> EntriesOf(const std::string &call, i16 end) {
     std::vector<i16> entries;
     if (const auto row = Dupes.EntriesOfCall.find(call); row != Dupes.EntriesOfCall.end())
         std::copy_if(row->second.begin(), row->second.end(), std::back_inserter(entries),
-                     [](i16 n) { return n < Log.NextEntry; });
+                     [end](i16 n) { return n < end; });
     return entries;
 }
 
 void Search(const std::string &call, const std::string &other) {
-    std::vector<i16> entries = EntriesOf(call);
+    // A killed last entry is none of the log's any more.
+    const i16 end = IsNextCounty(call) ? Entry.CountyLineStart : Log.NextEntry;
+    std::vector<i16> entries = EntriesOf(call, end);
     if (!other.empty() && other != call) {
-        const std::vector<i16> others = EntriesOf(other);
+        const std::vector<i16> others = EntriesOf(other, end);
         if (!others.empty())
             Dupes.PortableMatch = true;
         const auto middle = static_cast<std::ptrdiff_t>(entries.size());
@@ -103,7 +99,7 @@ void Search(const std::string &call, const std::string &other) {
 std::string Check(const std::string &call) {
     std::string other = OtherForm(call, Dupes.PortableMatch);
     Dupes.SentByBand.fill(0);
-    Dupes.SeenBefore = Dupes.DupeOnBand = Entry.DupeFlag = false;
+    Dupes.SeenBefore = Dupes.DupeOnBand = Entry.DupeFlag = Entry.PortableAsked = false;
     Dupes.LastMatch = 0;
     Dupes.Checked = {call, CurrentBand(), Log.NextEntry};
     Search(call, other);
@@ -113,6 +109,7 @@ std::string Check(const std::string &call) {
 }
 
 void AskForPortable(const std::string &call, const std::string &other) {
+    Entry.PortableAsked = true; // before the focus that the box gives
     const bool typedAsPortable = call.find('/') != std::string::npos;
     ShowMessageBox({std::string("This station is also in the log ") +
                         (typedAsPortable ? "as a nonportable:  " : "as a portable:  ") +
@@ -301,6 +298,12 @@ void FindDupe(std::string_view call) {
 bool IsCheckedAlready(std::string_view call) {
     return Dupes.Checked.Call == PlainCall(call) && Dupes.Checked.BandIndex == CurrentBand() &&
            Dupes.Checked.NextEntry == Log.NextEntry;
+}
+
+bool IsNextCounty(std::string_view call) {
+    return Contest.ContestId == kZrt && Entry.CountyLineFlag &&
+           Entry.CountyLineStart < Log.NextEntry && Log.NextEntry > 1 &&
+           EntryFields(static_cast<i16>(Log.NextEntry - 1)).Callsign.Trimmed() == PlainCall(call);
 }
 
 void DupeLabelShow() {

@@ -77,6 +77,9 @@ void Dupecheck(std::string_view call);
 void FindDupe(std::string_view call);
 // Whether the last check was of this call, on this band and for this entry.
 bool IsCheckedAlready(std::string_view call);
+// Whether this call has given a county of its line and another one is yet to come. Those that are
+// in the log already make no dupe of the others.
+bool IsNextCounty(std::string_view call);
 // Shows DupeEntry in the DUPE line, in place of the captions; it is in the working record then.
 void DupeLabelShow();
 // The calls that begin as typed, below the fields. An empty text clears the lines.

@@ -79,6 +79,7 @@ void FlipField(const KeyEvent &event) {
 void RecheckCall() {
     if (LogForm.InData[0].Text.empty())
         return;
+    SaveCall();
     QsoHooks.Dupecheck(UpperCase(Trim(LogForm.InData[0].Text)));
     ShowVerdict();
 }
@@ -135,6 +136,7 @@ void StepVoiceMode() {
 // exchange field does not show it a second time.
 void CheckForInsert(const KeyEvent &event) {
     Entry.InsertActive = true;
+    SaveCall();
     if (event.FieldIndex != 0)
         return;
     QsoHooks.Dupecheck(UpperCase(Trim(CallField().Text)));
@@ -186,9 +188,10 @@ bool CallIsTyped(const KeyEvent &event) {
 }
 
 void RememberCall(const KeyEvent &) {
+    constexpr std::size_t kLongestCall = 10;
     auto &calls = Keyboard.QuickMem;
     std::shift_right(calls.begin(), calls.end(), 1);
-    calls.front() = UpperCase(Trim(CallField().Text));
+    calls.front() = CutAt(UpperCase(Trim(CallField().Text)), kLongestCall);
     WipeEntry();
 }
 
@@ -199,6 +202,7 @@ void RecallMemory(i16 position) {
     if (call.empty())
         return;
     SetFieldText(CallField(), call);
+    Entry.CallShown.clear();
     CallTextChanged();
 }
 

@@ -10,7 +10,7 @@
 namespace zrt {
 
 struct KeyboardState {
-    std::array<std::string, 5> QuickMem; // remembered calls, newest first
+    std::array<std::string, 5> QuickMem; // remembered calls, newest first, 10 characters each
     i16 QuickMemPos = 1;                 // the one that was recalled last, 1 to 5
     bool RightBracketHit = false;        // set by the character, used up by the key
     bool BackslashHit = false;

@@ -171,6 +171,10 @@ void RegisterLogForm() {
     for (std::size_t i = 0; i < LogForm.PrevQSO.size(); ++i)
         controls.push_back(
             {ArrayName("PrevQSO", i + 1), &LogForm.PrevQSO[i], "Prior contact on a band"});
+    LogForm.CheckCall.Click = [] { Settings.DVKSendCallEnabled = LogForm.CheckCall.Checked; };
+    LogForm.CheckExchange.Click = [] {
+        Settings.DVKSendExchEnabled = LogForm.CheckExchange.Checked;
+    };
     RegisterForm(LogForm, "LogForm", "The entry window", std::move(controls));
     ResetLogForm();
 }
@@ -206,6 +210,8 @@ void ShowEntryFields() {
              &LogForm.TimeLocalLabel, &LogForm.lblLast})
         control->Visible = true;
     LogForm.CheckCall.Visible = LogForm.CheckExchange.Visible = Contest.ModePhone;
+    LogForm.CheckCall.Checked = Settings.DVKSendCallEnabled;
+    LogForm.CheckExchange.Checked = Settings.DVKSendExchEnabled;
     EnableLogMenus(true);
     WriteQSONrLabel();
 }
@@ -216,6 +222,7 @@ void WipeEntry() {
         SetFieldText(field, "");
     LogForm.InData[0].ForeColor = Color::Black;
     Entry.DupeFlag = false;
+    Entry.PortableAsked = false;
     Entry.CountyLineFlag = false;
     SetFocus(LogForm.InData[0]);
 }
@@ -227,6 +234,7 @@ void HideCallDisplay() {
         label->Visible = false;
     for (Label &label : LogForm.PrevQSO)
         label.Visible = false;
+    Entry.CallShown.clear();
     LogForm.lblCallsign.Visible = LogForm.lblExchange.Visible = true;
 }
 

@@ -62,12 +62,16 @@ struct EntryState {
     bool DupeFlag = false;        // what the last dupe check said
     bool InsertActive = false;    // the Insert key is at work and has shown the DUPE line itself
     bool SendAfterLog = false;    // the apostrophe key asks for F6 after the store
+    bool PortableAsked = false;   // the box about its other form has shown for this call
     bool CountyLineFlag = false;  // a ZRT exchange ended in "/"
+    i16 CountyLineStart = 0;      // the entry with the first county of that line
     bool LastSendHadCall = false; // the last CW message held the call
     i16 TuEvery = 1;              // every n-th contact gets the full F5 message, 1 to 9
     i16 TuCount = 1;
     bool CountyContact = false; // a ZRT station at home has worked a county
     std::string SavedCall;      // the last call that was typed or logged; clearing keeps it
+    std::string CallShown;      // the call field as it was when it changed last; empty: of no call
+                                // does anything show
 };
 extern EntryState Entry;
 
@@ -80,8 +84,8 @@ void ShowEntryFields();
 // Clears the fields and all that was shown for the call, and focuses the call field. What belongs
 // to the contact in hand (the DUPE state, the county line) is forgotten with it.
 void WipeEntry();
-// Hides what is shown for one call: prior contacts, needed lines, call matches and the DUPE line;
-// the captions of the fields show again.
+// Forgets and hides what is shown for one call: prior contacts, needed lines, call matches and the
+// DUPE line; the captions of the fields show again.
 void HideCallDisplay();
 // "QSO Nr " of the next contact with band and mode.
 void WriteQSONrLabel();

@@ -1,8 +1,10 @@
 #include "entry/log_qso.h"
 
+#include "entry/callsign.h"
 #include "entry/dupes.h"
 #include "entry/log_form.h"
 #include "entry/points.h"
+#include "entry/prefill.h"
 #include "entry/station_hooks.h"
 #include "entry/statistics.h"
 #include "entry/utc_clock.h"
@@ -81,9 +83,9 @@ bool CallIsThere(i16 shift) {
 
 bool CallFits() {
     const std::string call = CallText();
-    if (call.size() <= kLongestCall)
+    if (CharactersOf(call) <= kLongestCall)
         return true;
-    const std::string cut = call.substr(0, kLongestCall);
+    const std::string cut(CutAt(call, kLongestCall));
     const BoxAnswer answer =
         ShowMessageBox({"Only 10 characters allowed for Callsign.  Truncate entry to " + cut + "?",
                         "Entry Too Long", BoxButtons::YesNo, BoxIcon::Question});
@@ -100,8 +102,7 @@ void CheckForDupe(i16 fieldIndex) {
     if (fieldIndex != 0)
         return;
     QsoHooks.Dupecheck(CallText());
-    if (Entry.DupeFlag && !Entry.InsertActive)
-        QsoHooks.DupeLabelShow();
+    ShowVerdict();
 }
 
 bool AgeIsGood(ParsedExchange &parsed) {
@@ -154,14 +155,7 @@ void CheckCutCall(const ParsedExchange &parsed) {
     if (!ContestIsOneOf({kCqWw, kWpx}) || parsed.Call == CallText())
         return;
     FindDupe(parsed.Call);
-    if (Entry.DupeFlag)
-        QsoHooks.DupeLabelShow();
-}
-
-// "." and "?" are the operator's reminders and never reach the log.
-std::string WithoutMarks(std::string call) {
-    std::erase_if(call, [](char c) { return c == '.' || c == '?'; });
-    return call;
+    ShowVerdict();
 }
 
 void TakeTime(LogEntry &entry) {
@@ -207,7 +201,7 @@ void TakeName(LogEntry &entry, const ParsedExchange &parsed) {
 // the multipliers are marked.
 NewMults BuildEntry(const ParsedExchange &parsed) {
     CallField().ForeColor = Color::Black;
-    const std::string call = WithoutMarks(ToLatin1(parsed.Call));
+    const std::string call = PlainCall(parsed.Call);
     LogEntry &entry = Log.WorkingEntry;
     TakeTime(entry);
     entry.BandIndex = CurrentBand();
@@ -260,10 +254,16 @@ void ShowLastEntry() {
                               "  Pts " + PointsText(entry);
 }
 
-// The county-line station's second county is entered next: its call and number are offered again.
-bool OfferSecondCounty() {
-    if (Contest.ContestId != kZrt || !Entry.CountyLineFlag)
+bool LineGoesOn() {
+    return Contest.ContestId == kZrt && Entry.CountyLineFlag;
+}
+
+// The county-line station's next county is entered now: its call and number are offered again, and
+// what the check has said of the first one holds for all.
+bool OfferNextCounty() {
+    if (!LineGoesOn())
         return false;
+    CallField().ForeColor = Entry.DupeFlag ? Color::Red : Color::Black;
     SetFieldText(CallField(), FromLatin1(Log.WorkingEntry.Callsign.Trimmed()));
     SetFieldText(ExchangeField(), std::to_string(Log.WorkingEntry.RcvdNumber) + " ");
     SetFocus(ExchangeField());
@@ -274,7 +274,8 @@ void ClearForNextCall() {
     HideCallDisplay();
     for (TextBox &field : LogForm.InData)
         SetFieldText(field, "");
-    Entry.DupeFlag = false;
+    Entry.DupeFlag = Entry.DupeFlag && LineGoesOn();
+    Entry.PortableAsked = false;
     SetFocus(CallField());
     WriteQSONrLabel();
 }
@@ -310,11 +311,18 @@ void LogQso(i16 fieldIndex, i16 shift) {
         return;
     if (!LogTakesContacts() || !CallIsThere(shift) || !CallFits())
         return;
+    Entry.SavedCall = ToLatin1(CallText());
     CheckForDupe(fieldIndex);
+    const bool lineBefore = Entry.CountyLineFlag;
+    const bool nextCounty = IsNextCounty(CallText());
     ParsedExchange parsed;
-    if (!ExchangeIsGood(parsed))
+    if (!ExchangeIsGood(parsed)) {
+        Entry.CountyLineFlag = lineBefore; // what is refused neither begins a line nor ends it
         return;
+    }
 
+    if (!nextCounty)
+        Entry.CountyLineStart = Log.NextEntry;
     CheckCutCall(parsed);
     const NewMults found = BuildEntry(parsed);
     StoreEntry(Log.NextEntry);
@@ -331,7 +339,7 @@ void LogQso(i16 fieldIndex, i16 shift) {
     ClearForNextCall();
     ShowScore();
     QsoHooks.ClearPartial();
-    if (OfferSecondCounty())
+    if (OfferNextCounty())
         return;
     SendNextMessage(afterApostrophe, shift);
 }

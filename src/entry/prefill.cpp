@@ -157,9 +157,9 @@ bool TakesFill() {
 }
 
 // The box about a portable station gives the focus to the exchange field: its call has just been
-// checked.
+// checked. A wiped entry has no box behind it.
 bool BoxHasChecked(const std::string &call) {
-    return Dupes.PortableMatch && !Entry.DupeFlag && IsCheckedAlready(call);
+    return std::exchange(Entry.PortableAsked, false) && IsCheckedAlready(call);
 }
 
 } // namespace
@@ -236,9 +236,9 @@ void ShowVerdict() {
 }
 
 void ExchangeFieldGotFocus() {
-    if (Entry.ParseError || (Contest.ContestId == kZrt && Entry.CountyLineFlag))
-        return;
     const std::string call(Trim(LogForm.InData[0].Text));
+    if (Entry.ParseError || IsNextCounty(call))
+        return;
     if (BoxHasChecked(call))
         Dupes.PortableMatch = false;
     else
@@ -253,8 +253,7 @@ void ExchangeFieldGotFocus() {
 }
 
 void CallFieldLostFocus() {
-    const bool byProgram = std::exchange(Prefill.FocusMovedByProgram, false);
-    if (!byProgram && LogForm.ActiveControl == &ExchangeField())
+    if (LogForm.ActiveControl == &ExchangeField())
         HideCallMatches();
 }
 

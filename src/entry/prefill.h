@@ -12,7 +12,6 @@ namespace zrt {
 struct PrefillState {
     std::string Text;  // what was filled in last, as long as no key was typed behind it
     i16 NextEntry = 0; // of the entry that it was filled in for
-    bool FocusMovedByProgram = false; // the call field is left only for a moment: see below
 };
 extern PrefillState Prefill;
 
@@ -33,10 +32,9 @@ void EndPrefill();
 void ShowVerdict();
 
 // Checks the call for a dupe, shows the DUPE line and fills in the exchange; may pump. Not while a
-// refused exchange is selected, nor for the second county of a county line.
+// refused exchange is selected, nor for the next county of a county line.
 void ExchangeFieldGotFocus();
-// Leaving for the exchange field hides the call-match lines; with FocusMovedByProgram, which a
-// window that takes the keyboard for a moment sets, they stay, once.
+// Leaving for the exchange field hides the call-match lines.
 void CallFieldLostFocus();
 
 } // namespace zrt

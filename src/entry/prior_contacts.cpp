@@ -87,11 +87,12 @@ void ShowModes(const PriorTable &table) {
 
 void ShowPriorContacts(const SentNumbers &sent) {
     HidePriorContacts();
-    if (Contest.ContestId == kSs || Contest.ContestId == kNoContest)
+    if (Contest.ContestId == kNoContest)
         return;
     PriorTable table = TableOfContest();
     ShowModes(table);
     switch (Contest.ContestId) {
+    case kSs: break; // once on any band: the mode alone
     case kGeneric: AddWorkedBands(table, sent); break;
     case kTenMeter: AddBands(table, sent, 1); break;
     default: AddBands(table, sent, 6); break;

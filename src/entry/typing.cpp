@@ -8,6 +8,8 @@
 #include "entry/prefill.h"
 #include "session/contests.h"
 
+#include <utility>
+
 namespace zrt {
 
 TypingHooks Typing;
@@ -92,20 +94,27 @@ void HideNeeds() {
         label->Visible = false;
 }
 
-} // namespace
-
-void CallTextChanged() {
-    TextBox &field = LogForm.InData[0];
-    field.Text = UpperCase(field.Text); // what is pasted may be in small letters
-    const std::string call = TextOf(field);
-    if (!call.empty())
-        Entry.SavedCall = call;
+void Analyse(std::string_view call) {
     Typing.PartialCheck(call);
     ShowCallMatches(call);
     if (call.empty())
         HideNeeds();
     else
         ShowWhatIsNeeded(call);
+}
+
+} // namespace
+
+void CallTextChanged() {
+    CallField().Text = UpperCase(CallField().Text); // what is pasted may be in small letters
+    SaveCall();
+    const std::string &text = CallField().Text;
+    const std::string before = std::exchange(Entry.CallShown, text);
+    const std::string call = PlainCall(text);
+    // The same text again was put there anew, perhaps on another band.
+    const bool marksAlone = !call.empty() && text != before && call == PlainCall(before);
+    if (!marksAlone)
+        Analyse(call);
 }
 
 void ExchangeTextChanged() {
@@ -119,10 +128,22 @@ void ExchangeTextChanged() {
     case kNaqp: NaqpFindMult(text); break;
     case kCqWw:
         if (const i16 zone = ValueI16(text); zone >= 1 && zone <= kZones)
-            Typing.ShowCountryLine(CountryLookup(TextOf(LogForm.InData[0])), zone);
+            Typing.ShowCountryLine(CountryLookup(PlainCall(CallField().Text)), zone);
         break;
     default: break;
     }
+}
+
+void SaveCall() {
+    if (std::string call = TextOf(CallField()); !call.empty())
+        Entry.SavedCall = std::move(call);
+}
+
+void CallPutBack() {
+    SaveCall();
+    Entry.CallShown = CallField().Text;
+    HideCallMatches();
+    HideNeeds();
 }
 
 } // namespace zrt

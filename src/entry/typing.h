@@ -15,8 +15,14 @@ struct TypingHooks {
 };
 extern TypingHooks Typing;
 
-// The operator has changed the text of the field; or a call has been put there as if typed.
+// The operator has changed the text of the field; or a call has been put there as if typed. "." and
+// "?" in a call are the operator's notes: an edit of nothing else leaves all that shows as it is.
 void CallTextChanged();
 void ExchangeTextChanged();
+
+// The call in the field, if there is one, is the last call from now on.
+void SaveCall();
+// The last contact is back in the field: it is the last call, and nothing of another one shows.
+void CallPutBack();
 
 } // namespace zrt

@@ -28,6 +28,8 @@ constexpr KeyRow kNamedKeys[] = {
     {"Num*", kKeyMultiply, '*'},     {"Num/", kKeyDivide, '/'},     {"Num.", kKeyDecimal, '.'},
 };
 
+constexpr int kKeyOfOtherCharacter = 231; // a character that stands on no key of its own
+
 // The keys of a US keyboard that are neither letters nor digits: code, character, with Shift.
 constexpr struct {
     int KeyCode;
@@ -43,10 +45,11 @@ constexpr struct {
     {219, '[', '{'},
     {220, '\\', '|'},
     {221, ']', '}'},
-    {kKeyApostrophe, '\'', '"'},
+    {kKeyApostrophe, '\'', 0},
+    // With Shift the same key, but the apostrophe logs a contact, and this is none.
+    {kKeyOfOtherCharacter, 0, '"'},
 };
 constexpr std::string_view kShiftedDigits = ")!@#$%^&*(";
-constexpr int kKeyOfOtherCharacter = 231; // a character that stands on no key of its own
 
 KeyStroke StrokeOfCharacter(int character) {
     if (character == ' ')

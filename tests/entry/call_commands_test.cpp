@@ -1,7 +1,9 @@
 #include "entry/call_commands.h"
 
+#include "app/start_up.h"
 #include "entry/log_form.h"
 #include "entry/station_hooks.h"
+#include "headless/keyboard.h"
 #include "platform/keys.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
@@ -109,6 +111,61 @@ TEST_F(CallCommands, RepeatTheLastContactInThreeContests) {
     EXPECT_EQ(LogForm.InData[1].Text.substr(0, 6), "BOB NY");
     EXPECT_EQ(LogForm.ActiveControl, &LogForm.InData[1]);
     EXPECT_EQ(Log.NextEntry, 2);
+}
+
+void Type(std::string_view text) {
+    for (const KeyStroke &stroke : StrokesOf(text))
+        PressKey(LogForm, stroke);
+}
+
+TEST_F(CallCommands, ARepeatedCallIsTheLastOne) {
+    StartProgram();
+    for (const i16 contest : {kArrlDx, kCqWw, kNaqp}) {
+        OpenNewLog(contest);
+        LogContact("DL1ABC", contest == kNaqp ? "BOB DX" : contest == kCqWw ? "14" : "NY");
+        ASSERT_EQ(Log.NextEntry, 2) << contest;
+        Type("r");
+        EXPECT_EQ(Entry.SavedCall, "R");
+        Press(kKeyEnter);
+        EXPECT_EQ(CallField().Text, "DL1ABC");
+        EXPECT_EQ(Entry.SavedCall, "DL1ABC") << contest;
+        Press(kKeyEsc);
+    }
+}
+
+TEST_F(CallCommands, NothingOfAnotherCallStaysBesideARepeatedOne) {
+    StartProgram();
+    Settings.StationLatitude = 41.7;
+    Settings.StationLongitude = 72.7;
+    ContestState american = CwContest(kArrlDx);
+    american.StationUSVE = true;
+    for (const ContestState &contest : {american, CwContest(kCqWw)}) {
+        OpenNewLog(contest);
+        LogContact("DL1ABC", contest.ContestId == kCqWw ? "14" : "100");
+        ASSERT_EQ(Log.NextEntry, 2);
+        Type("r"); // stands for Russia as long as it is being typed
+        EXPECT_TRUE(LogForm.LblWpxCountry.Visible);
+        EXPECT_TRUE(LogForm.lblHeading.Visible);
+        EXPECT_TRUE(LogForm.NeedPfxLabel.Visible);
+        Press(kKeyEnter);
+        ASSERT_EQ(CallField().Text, "DL1ABC");
+        EXPECT_FALSE(LogForm.LblWpxCountry.Visible);
+        EXPECT_FALSE(LogForm.lblHeading.Visible);
+        EXPECT_FALSE(LogForm.NeedPfxLabel.Visible);
+        Press(kKeyEsc);
+    }
+}
+
+TEST_F(CallCommands, AMarkBehindARepeatedCallLeavesItsExchange) {
+    StartProgram();
+    OpenNewLog(kCqWw);
+    LogContact("DL1ABC", "15");
+    Command("R");
+    ASSERT_EQ(ExchangeField().Text.substr(0, 2), "15");
+    SetFocus(CallField());
+    Type("?");
+    EXPECT_EQ(CallField().Text, "DL1ABC?");
+    EXPECT_EQ(ExchangeField().Text.substr(0, 2), "15");
 }
 
 TEST_F(CallCommands, RepeatIsACallInAnEmptyLogAndInOtherContests) {

@@ -467,8 +467,8 @@ TEST_F(DupeCheck, ShowsNoTableInSs) {
     OpenNewLog(kSs);
     Put("W1AW", k20Cw);
     LogForm.CallMatchLabel1.Visible = true;
-    Check("W1AW");
-    EXPECT_EQ(PriorContacts(), "");
+    Check("W1AW", k40Cw);
+    EXPECT_EQ(PriorContacts(), " CW:"); // the mode, and no bands
     EXPECT_FALSE(LogForm.CallMatchLabel1.Visible);
 }
 

@@ -3,6 +3,7 @@
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "entry/station_hooks.h"
+#include "headless/keyboard.h"
 #include "platform/keys.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
@@ -338,6 +339,19 @@ TEST_F(KeyTable, MRemembersFiveCalls) {
     EXPECT_EQ(Keyboard.QuickMem[0], "K6ZZ");
 }
 
+TEST_F(KeyTable, ARememberedCallHasTenCharacters) {
+    OpenCw();
+    TypeText("k1abc/qrpxyz");
+    Press('M', kCtrl);
+    EXPECT_EQ(Keyboard.QuickMem[0], "K1ABC/QRPX");
+    Fill("\xC3\x84"
+         "234567890Z",
+         ""); // characters are counted, not bytes
+    Press('M', kCtrl);
+    EXPECT_EQ(Keyboard.QuickMem[0], "\xC3\x84"
+                                    "234567890");
+}
+
 TEST_F(KeyTable, AltArrowsRecall) {
     ReadCountries();
     OpenCw();
@@ -426,6 +440,37 @@ TEST_F(KeyTable, ADupeOnPhoneMovesOnWithoutAWord) {
     EXPECT_EQ(Asked(kKeyInsert), Texts{});
     EXPECT_EQ(LogForm.ActiveControl, &Exchange());
     EXPECT_EQ(Call().ForeColor, Color::Red);
+}
+
+TEST_F(KeyTable, InsertKeepsTheCallAsTheLastOne) {
+    for (const bool phone : {false, true}) {
+        if (phone)
+            OpenPhone();
+        else
+            OpenCw();
+        for (const int field : {0, 1}) {
+            Entry.SavedCall = "W9OLD";
+            SetFocus(LogForm.InData[field]);
+            Press(kKeyInsert); // no call
+            EXPECT_EQ(Entry.SavedCall, "W9OLD") << phone << field;
+            Fill(" k1zz ", "NOTE");
+            SetFocus(LogForm.InData[field]);
+            Press(kKeyInsert);
+            EXPECT_EQ(Entry.SavedCall, "K1ZZ") << phone << field;
+            Press(kKeyEsc);
+        }
+    }
+}
+
+TEST_F(KeyTable, AQuotationMarkIsNoApostrophe) {
+    OpenCw();
+    Settings.LogandSendF6Enabled = true;
+    TypeText("k1zz");
+    PressKey(LogForm, KeyNamed("\"").value());
+    EXPECT_EQ(Log.NextEntry, 1);
+    EXPECT_EQ(Call().Text, "K1ZZ");
+    PressKey(LogForm, KeyNamed("'").value());
+    EXPECT_EQ(Log.NextEntry, 2);
 }
 
 // ---- extra keys

@@ -2,6 +2,7 @@
 
 #include "session/log_file.h"
 #include "session/radio_state.h"
+#include "session/settings.h"
 #include "support/program.h"
 
 namespace zrt {
@@ -30,6 +31,31 @@ TEST_F(EntryWindow, ShowsItsFieldsWhenALogIsOpen) {
     EXPECT_EQ(LogForm.CheckCall.Caption, "Call");
     EXPECT_EQ(LogForm.CheckExchange.Caption, "Exchange");
     EXPECT_FALSE(LogForm.lblDupe.Visible);
+}
+
+TEST_F(EntryWindow, TheVoiceTicksAreThoseOfTheSettings) {
+    for (const bool call : {false, true})
+        for (const bool exchange : {false, true}) {
+            Settings.DVKSendCallEnabled = call;
+            Settings.DVKSendExchEnabled = exchange;
+            OpenNewLog(kGeneric);
+            EXPECT_EQ(LogForm.CheckCall.Checked, call);
+            EXPECT_EQ(LogForm.CheckExchange.Checked, exchange);
+        }
+}
+
+TEST_F(EntryWindow, AClickOnAVoiceTickIsASetting) {
+    OpenNewLog(kGeneric);
+    ClickControl(LogForm.CheckCall);
+    EXPECT_TRUE(Settings.DVKSendCallEnabled);
+    EXPECT_FALSE(Settings.DVKSendExchEnabled);
+    ClickControl(LogForm.CheckExchange);
+    EXPECT_TRUE(Settings.DVKSendExchEnabled);
+    ClickControl(LogForm.CheckCall);
+    EXPECT_FALSE(Settings.DVKSendCallEnabled);
+    OpenNewLog(kGeneric); // the next log shows them as they were left
+    EXPECT_FALSE(LogForm.CheckCall.Checked);
+    EXPECT_TRUE(LogForm.CheckExchange.Checked);
 }
 
 TEST_F(EntryWindow, NamesTheExchangeAsTheContestDoes) {

@@ -169,6 +169,33 @@ TEST_F(LogQsoSteps, StopAtALongCallAfterNo) {
     ExpectNothingLogged();
 }
 
+TEST_F(LogQsoSteps, CountTheCharactersOfACallAndNotItsBytes) {
+    OpenNewLog(kGeneric);
+    LogContact("K1\u00C4\u00D6\u00DC/P234"); // ten of them
+    EXPECT_TRUE(Devices.Boxes.empty());
+    EXPECT_EQ(Logged().Callsign.Whole(), "K1\xC4\xD6\xDC/P234");
+    Answer({BoxAnswer::Yes});
+    LogContact("K1ABC/P23\u00C45");
+    EXPECT_EQ(LastBox().Text,
+              "Only 10 characters allowed for Callsign.  Truncate entry to K1ABC/P23\u00C4?");
+    EXPECT_EQ(Logged(2).Callsign.Whole(), "K1ABC/P23\xC4");
+}
+
+TEST_F(LogQsoSteps, KeepTheCutCallForTheMessagesWhenTheExchangeIsRefused) {
+    OpenNewLog(kSs);
+    Recorder.Refuse = true;
+    Entry.SavedCall = "K1ABC/P2345"; // as it was typed
+    Answer({BoxAnswer::Yes});
+    LogContact("k1abc/p2345", "5");
+    ExpectNothingLogged();
+    EXPECT_EQ(Entry.SavedCall, "K1ABC/P234");
+    Fill("", "5");
+    Press(kKeyEnter);
+    EXPECT_EQ(Entry.SavedCall, "K1ABC/P234"); // an empty field tells none
+    LogContact("K1\u00C4", "5");
+    EXPECT_EQ(Entry.SavedCall, "K1\xC4"); // one byte a character, as the record has it
+}
+
 TEST_F(LogQsoSteps, CountTheReminderMarksOfALongCall) {
     OpenNewLog(kGeneric);
     LogContact("K1ABC/P23?");
@@ -201,15 +228,17 @@ TEST_F(LogQsoSteps, CheckForADupeFromTheAddButton) {
 
 TEST_F(LogQsoSteps, ShowADupeOnceInAKeyCycle) {
     OpenNewLog(kGeneric);
-    Recorder.Dupe = true;
     LogContact("K1ZZ");
-    EXPECT_THAT(Recorder.Calls, testing::Contains("dupe label"));
-    Recorder.Calls.clear();
+    Recorder.Dupe = true;
+    Dupes.DupeEntry = 1;
+    LogContact("K1ZZ");
+    EXPECT_EQ(LogForm.lblDupe.Caption, "DUPE - 1/15/15  1437Z  My #1");
+    LogForm.lblDupe.Caption.clear();
     Entry.InsertActive = true; // the Insert key has shown it
     Fill("K1ZZ", "");
     ClickControl(LogForm.AddButton);
-    EXPECT_EQ(Log.NextEntry, 3);
-    EXPECT_THAT(Recorder.Calls, testing::Not(testing::Contains("dupe label")));
+    EXPECT_EQ(Log.NextEntry, 4);
+    EXPECT_EQ(LogForm.lblDupe.Caption, "");
 }
 
 TEST_F(LogQsoSteps, LogADupeWithoutPoints) {

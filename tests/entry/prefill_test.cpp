@@ -357,11 +357,13 @@ TEST_F(FocusOfTheExchange, DoesNothingForTheSecondCountyOfALine) {
     Open(kZrt);
     PutExchange(5, "1", "");
     Entry.CountyLineFlag = true;
+    Entry.CountyLineStart = 1;
     EXPECT_EQ(GoTo("W1AW", "5 "), "5 ");
     EXPECT_FALSE(Dupes.SeenBefore);
     Open(kPaqp); // a "/" means nothing here
     PutExchange(5, "1", "");
     Entry.CountyLineFlag = true;
+    Entry.CountyLineStart = 1;
     EXPECT_EQ(GoTo("W1AW"), " PAA ");
 }
 
@@ -467,11 +469,6 @@ TEST_F(FillTest, HidesTheMatchLinesWhenTheCallIsLeftForTheExchange) {
     showThem();
     SetFocus(LogForm.AddButton);
     EXPECT_EQ(shown(), 3);
-    showThem();
-    Prefill.FocusMovedByProgram = true;
-    SetFocus(LogForm.InData[1]);
-    EXPECT_EQ(shown(), 3);
-    EXPECT_FALSE(Prefill.FocusMovedByProgram);
     showThem();
     SetFocus(LogForm.InData[1]);
     EXPECT_EQ(shown(), 0);

@@ -3,10 +3,13 @@
 
 #include "app/start_up.h"
 #include "entry/callsign.h"
+#include "entry/keyboard.h"
 #include "entry/log_form.h"
 #include "entry/multipliers.h"
 #include "entry/needed.h"
+#include "headless/keyboard.h"
 #include "session/contests.h"
+#include "session/log_file.h"
 #include "session/radio_state.h"
 #include "session/settings.h"
 #include "support/program.h"
@@ -18,12 +21,15 @@ struct Line {
     i16 Country = -1, Zone = -1;
 };
 Line shownLine;
+std::vector<std::string> searches; // what was asked of the window of partial calls
 
 class Typed : public ProgramTest {
   protected:
     Typed() {
         StartProgram();
         shownLine = {};
+        searches.clear();
+        Typing.PartialCheck = [](std::string_view call) { searches.emplace_back(call); };
         Typing.ShowCountryLine = [](i16 country, i16 zone) { shownLine = {country, zone}; };
     }
     ~Typed() override { Typing = {}; }
@@ -36,7 +42,7 @@ class Typed : public ProgramTest {
         SetFieldText(LogForm.InData[1], text);
         ExchangeTextChanged();
     }
-    static void Open(ContestState contest) { OpenNewLog(contest); }
+    static void Open(const ContestState &contest) { OpenNewLog(contest); }
     static ContestState Dx(i16 contestId, bool phone = false) {
         ContestState contest = CwContest(contestId);
         contest.QthUSA = false;
@@ -217,6 +223,122 @@ TEST_F(Typed, ContestsOfExchangesTellNothingOfTheCall) {
         EXPECT_FALSE(LogForm.NeedPfxLabel.Visible) << contest;
         EXPECT_FALSE(LogForm.LblWpxCountry.Visible) << contest;
     }
+}
+
+// ---- "." and "?" are the operator's notes
+
+using Texts = std::vector<std::string>;
+
+void Type(std::string_view text) {
+    for (const KeyStroke &stroke : StrokesOf(text))
+        PressKey(LogForm, stroke);
+}
+
+void Hit(std::string_view key) {
+    PressKey(LogForm, KeyNamed(key).value());
+}
+
+// Puts a text into the call field with one edit, as pasting does.
+void Paste(const std::string &text) {
+    SetFieldText(CallField(), text);
+    CallField().Change();
+}
+
+TEST_F(Typed, AMarkLeavesTheZoneThatTheOperatorHasCorrected) {
+    Open(CwContest(kCqWw));
+    Type("dl1abc");
+    Exchange("15");
+    searches.clear();
+    shownLine = {};
+    Type("?.");
+    EXPECT_EQ(CallField().Text, "DL1ABC?.");
+    EXPECT_EQ(ExchangeField().Text, "15");
+    Hit("Backspace");
+    Hit("Backspace");
+    EXPECT_EQ(CallField().Text, "DL1ABC");
+    EXPECT_EQ(ExchangeField().Text, "15");
+    EXPECT_EQ(searches, Texts{});
+    EXPECT_EQ(shownLine.Country, -1);
+    EXPECT_EQ(LogForm.LblWpxCountry.Caption, "Fed. Rep. of Germany");
+    Type("d"); // another call
+    EXPECT_EQ(searches, Texts{"DL1ABCD"});
+    EXPECT_EQ(ExchangeField().Text, "14");
+}
+
+TEST_F(Typed, ACallIsLookedUpWithoutItsMarks) {
+    Open(CwContest(kCqWw));
+    const i16 guantanamo = CountryLookup("KG4AA");
+    ASSERT_NE(guantanamo, CountryLookup("KG4AAA"));
+    for (const char *typed : {"kg4aa?", "kg4a.a", "?k.g4aa"}) {
+        Type(typed);
+        EXPECT_EQ(shownLine.Country, guantanamo) << typed;
+        EXPECT_EQ(ExchangeField().Text, "08") << typed;
+        ASSERT_FALSE(searches.empty());
+        EXPECT_EQ(searches.back(), "KG4AA") << typed;
+        shownLine = {};
+        Exchange("09");
+        EXPECT_EQ(shownLine.Country, guantanamo) << typed;
+        EXPECT_EQ(shownLine.Zone, 9) << typed;
+        Hit("Esc");
+    }
+}
+
+TEST_F(Typed, MatchingCallsStayBesideAMark) {
+    OpenNewLog(kGeneric);
+    LogContact("K1ABC");
+    Type("k1abc");
+    const std::string matches = LogForm.CallMatchLabel1.Caption;
+    EXPECT_NE(matches.find("K1ABC"), std::string::npos);
+    Type("?");
+    EXPECT_EQ(LogForm.CallMatchLabel1.Caption, matches);
+    EXPECT_TRUE(LogForm.CallMatchLabel1.Visible);
+}
+
+TEST_F(Typed, TheLastCallIsKeptWithItsMarks) {
+    OpenNewLog(kGeneric);
+    Type("k1abc?");
+    EXPECT_EQ(Entry.SavedCall, "K1ABC?"); // as it would be sent
+    Paste("k1abc.");
+    EXPECT_EQ(CallField().Text, "K1ABC.");
+    EXPECT_EQ(Entry.SavedCall, "K1ABC.");
+}
+
+TEST_F(Typed, AfterAWipeOrAContactTheSameCallIsLookedUpAgain) {
+    Open(CwContest(kCqWw));
+    const auto wipes = {+[] { Hit("Esc"); }, +[] { Hit("Ctrl+Z"); }, +[] { Hit("Ctrl+M"); },
+                        +[] { Hit("Enter"); }};
+    for (const auto wipe : wipes) {
+        Type("dl1abc");
+        wipe();
+        ASSERT_EQ(CallField().Text, "");
+        searches.clear();
+        Paste("DL1ABC?");
+        EXPECT_EQ(searches, Texts{"DL1ABC"});
+        EXPECT_EQ(ExchangeField().Text, "14");
+        EXPECT_TRUE(LogForm.LblWpxCountry.Visible);
+        Hit("Esc");
+    }
+    EXPECT_EQ(Log.NextEntry, 2);
+}
+
+TEST_F(Typed, OnAnotherBandTheSameCallTypedAgainTellsItsNeedThere) {
+    Open(CwContest(kCqWw));
+    Multipliers.CountryWorked[CountryLookup("DL1ABC")][3] = 1;
+    Type("dl1abc");
+    ExpectNeed("     DL Worked", Color::Blue);
+    Hit("Ctrl+Down");
+    Paste("dl1abc");
+    ExpectNeed("     DL NEEDED", Color::Red);
+}
+
+TEST_F(Typed, ARememberedCallIsLookedUpOverTheSameCallWithAMark) {
+    Open(CwContest(kCqWw));
+    Type("dl1abc?");
+    Exchange("15");
+    Keyboard.QuickMem[0] = "DL1ABC";
+    Hit("Alt+Left");
+    EXPECT_EQ(CallField().Text, "DL1ABC");
+    EXPECT_EQ(ExchangeField().Text, "14");
 }
 
 } // namespace

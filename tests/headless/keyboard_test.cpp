@@ -49,6 +49,18 @@ TEST(Keyboard, TextsBecomeTheStrokesOfAKeyboard) {
     }
 }
 
+// On a US keyboard the two share a key; the apostrophe is known by its character all the same.
+TEST(Keyboard, AQuotationMarkHasNotTheCodeOfTheApostrophe) {
+    const KeyStroke apostrophe = StrokesOf("'").at(0);
+    EXPECT_EQ(apostrophe.KeyCode, kKeyApostrophe);
+    EXPECT_EQ(apostrophe.Shift, 0);
+    const KeyStroke quotation = StrokesOf("\"").at(0);
+    EXPECT_EQ(quotation.KeyCode, 231);
+    EXPECT_EQ(quotation.Shift, kShift);
+    EXPECT_EQ(quotation.CharCode, '"');
+    EXPECT_EQ(KeyNamed("\"").value().KeyCode, 231);
+}
+
 TEST(Keyboard, EveryCharacterHasAKeyCodeSoThatAHandlerSeesIt) {
     for (int c = 32; c < 127; ++c)
         EXPECT_NE(StrokesOf(std::string(1, static_cast<char>(c))).at(0).KeyCode, 0) << c;
