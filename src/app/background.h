@@ -1,4 +1,5 @@
-// BkgdForm, the background window that shows the progress of loading a log.
+// BkgdForm, the background window that shows how far the loading of a log has come. A log is loaded
+// within a few milliseconds: the window is seen only beside a box.
 #pragma once
 
 #include "platform/controls.h"

@@ -2,6 +2,7 @@
 
 #include "app/session_reset.h"
 #include "platform/events.h"
+#include "platform/program.h"
 #include "session/contests.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
@@ -205,7 +206,7 @@ void RegisterContestChooser() {
 bool ChooseNewLog() {
     Session.NewLogRequested = false;
     OpenChooser();
-    if (Session.ChooserCancelled)
+    if (Session.ChooserCancelled || Program.Ending)
         return false;
     Log.LogState = kTemporaryName;
     if (Session.ReplacingLog)

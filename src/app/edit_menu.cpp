@@ -58,8 +58,8 @@ int KeepKilledLog() {
 template <typename Entry> void PutEntries(FileBytes &bytes, const std::vector<Entry> &entries) {
     constexpr std::size_t length = sizeof(Encode(Entry()));
     bytes.resize(static_cast<std::size_t>(Log.NextEntry) * length);
-    for (i16 n = 1; n < Log.NextEntry; ++n)
-        std::ranges::copy(Encode(entries[n]),
+    for (std::size_t n = 1; n * length < bytes.size(); ++n)
+        std::ranges::copy(Encode(n < entries.size() ? entries[n] : Entry()),
                           bytes.begin() + static_cast<std::ptrdiff_t>(n * length));
 }
 
@@ -128,8 +128,9 @@ void KillAllEntries() {
                  "KilledFile.zrt.",
                  2))
         return;
-    // Nothing is deleted before its copy is safely there.
-    if (Extensions.KeepKilledLog && !WithRetry(KeepKilledLog))
+    // Nothing is deleted before its copy is safely there, with the contacts that are owed to the
+    // disk.
+    if (Extensions.KeepKilledLog && (!SettleOwedEntries() || !WithRetry(KeepKilledLog)))
         return;
     if (!WithRetry(WriteKilledFile))
         return;

@@ -10,6 +10,7 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "session/contests.h"
+#include "session/data_files.h"
 #include "session/file_errors.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
@@ -90,8 +91,14 @@ void FileNew() {
 }
 
 void FileOpen(int fileNumber) {
+    const std::string path = fileNumber > 0 ? Settings.RecentFile[fileNumber - 1UL] : std::string();
     if (!LetGoOfLog("A log file is already open.  Do you want to open a different one?"))
         return;
+    // The log before it may have got its name just now, and a place in front of the others.
+    if (fileNumber > 0 && Settings.RecentFile[fileNumber - 1UL] != path) {
+        TakeRecentFile(path);
+        fileNumber = 1;
+    }
     Session.OpenLogRequested = true;
     Session.NewLogRequested = false;
     Contest.ContestId =
@@ -101,7 +108,9 @@ void FileOpen(int fileNumber) {
 }
 
 void FileOpenRecent(int fileNumber) {
-    const std::string &path = Settings.RecentFile[static_cast<std::size_t>(fileNumber) - 1];
+    std::string &path = Settings.RecentFile[static_cast<std::size_t>(fileNumber) - 1];
+    if (!Files.Exists(path))
+        path = PathInFolder(path);
     OpenedFile file;
     if (file.Open(path, OpenMode::Read) == 0) {
         FileOpen(fileNumber);

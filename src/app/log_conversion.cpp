@@ -3,6 +3,7 @@
 #include "entry/callsign.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/program.h"
 #include "session/contests.h"
 #include "session/file_errors.h"
 #include "session/log_file.h"
@@ -125,6 +126,8 @@ bool ConvertSsLog() {
          "order to display the sections correctly, please press YES if the contest was in 1996 "
          "(78 sections) or NO for pre-1996 (77 sections).",
          "Pre-1997 SS Log.  How Many Sections?", BoxButtons::YesNo, BoxIcon::Question});
+    if (Program.Ending)
+        return false; // nobody has answered
     Contest.SsSectionYear = answer == BoxAnswer::Yes ? 96 : 95;
     std::string tag(Log.Header.ContestTag.Whole());
     tag[2] = '9';

@@ -53,6 +53,7 @@ bool TakeHeader() {
 
 } // namespace
 
+// The mark is asked of logs alone: a photo that was chosen by mistake must not end the program.
 bool TakeLogHeader() {
     if (!TakeHeader() || RefuseIncompatible(Log.Header))
         return false;

@@ -136,7 +136,8 @@ void SetBands() {
     Radios.LogRadio = Radios.TXRadio = 1;
 }
 
-// The windows' places in the contest. A place without a size asks for the default.
+// The windows' places in the contest. A row without a size tells of no place: the window stays
+// where it is, in its default size.
 void PlaceWindows() {
     constexpr i16 kLeastMacroHeight = 3100; // twips; all rows of it show
     constexpr i16 kLeastAudioWidth = 3000;
@@ -144,9 +145,14 @@ void PlaceWindows() {
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const NamedForm *form = FindForm(kWindowNames[i]);
         const WindowInfo &row = rows[i];
-        if (form == nullptr || row.Height <= 0 || row.Width <= 0)
+        if (form == nullptr)
             continue;
         Form &window = *form->Record;
+        if (row.Height <= 0 || row.Width <= 0) {
+            window.Width = form->DefaultWidth;
+            window.Height = form->DefaultHeight;
+            continue;
+        }
         window.Left = row.Left;
         window.Top = row.Top;
         window.Width = i == kAudio ? std::max(row.Width, kLeastAudioWidth) : row.Width;

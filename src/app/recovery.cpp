@@ -3,6 +3,7 @@
 #include "app/log_loader.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/program.h"
 #include "session/contests.h"
 #include "session/file_errors.h"
 #include "session/log_file.h"
@@ -74,6 +75,8 @@ void OfferRecovery() {
         {"ZRTLOG has detected a backup file indicating the program was terminated abnormally.  Do "
          "you want to open it as a log file?",
          "ZRTLOG", BoxButtons::YesNo, BoxIcon::Question});
+    if (Program.Ending)
+        return; // nobody has answered: the next start asks again
     if (answer != BoxAnswer::Yes) {
         KeepUnsavedLog();
         return;

@@ -28,11 +28,17 @@ void CloseWindows() {
         CloseWindow(name);
 }
 
-// TuEvery is the operator's choice for the session; all else belongs to the log that ends.
+// TuEvery is the operator's choice for the session; all else belongs to the log that ends. In a
+// rescan the log goes on, and with it what was sent last, and to whom.
 void ForgetEntry() {
-    const i16 tuEvery = Entry.TuEvery;
+    const EntryState before = Entry;
     Entry = {};
-    Entry.TuEvery = tuEvery;
+    Entry.TuEvery = before.TuEvery;
+    if (!Session.RescanInPlace)
+        return;
+    Entry.TuCount = before.TuCount;
+    Entry.SavedCall = before.SavedCall;
+    Entry.LastSendHadCall = before.LastSendHadCall;
 }
 
 } // namespace
@@ -46,10 +52,11 @@ void ResetSession() {
         LogForm.lblLast.Caption = last;
     ForgetEntry();
     Dupes = {};
-    if (!Session.RescanInPlace)
+    if (!Session.RescanInPlace) {
         ForgetPartials();
+        Parsers = {};
+    }
     Prefill = {};
-    Parsers = {};
     Statistics = {};
     Points = {};
     ForgetEntries();

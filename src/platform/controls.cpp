@@ -58,7 +58,8 @@ void ChooseOption(OptionButton &chosen) {
 void RegisterForm(Form &form, std::string name, std::string purpose,
                   std::vector<NamedControl> controls) {
     std::erase_if(Registry(), [&](const NamedForm &f) { return f.Record == &form; });
-    Registry().push_back({std::move(name), &form, std::move(purpose), std::move(controls)});
+    Registry().push_back(
+        {std::move(name), &form, std::move(purpose), std::move(controls), form.Width, form.Height});
 }
 
 const std::vector<NamedForm> &RegisteredForms() {

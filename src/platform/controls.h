@@ -153,7 +153,8 @@ struct NamedForm {
     std::string Name;
     Form *Record;
     std::string Purpose;
-    std::vector<NamedControl> Controls; // in the order of the Tab key; menus in menu order
+    std::vector<NamedControl> Controls;      // in the order of the Tab key; menus in menu order
+    int DefaultWidth = 0, DefaultHeight = 0; // as it was registered; 0 is left to its view
 };
 
 struct ScreenState {

@@ -29,9 +29,12 @@ void TakeContestName(std::string_view line, CabrilloHead &head) {
         const auto place = line.find(row.Text);
         if (place == std::string_view::npos)
             continue;
+        const char *mode = ModeWord(line.substr(place + row.Text.size()));
+        // A line of prose that only names the contest takes nothing back.
+        if (head.ContestId != row.ContestId || *mode != '\0')
+            head.Mode = mode;
         head.ContestId = row.ContestId;
         head.ContestName = row.Name;
-        head.Mode = ModeWord(line.substr(place + row.Text.size()));
         return;
     }
 }

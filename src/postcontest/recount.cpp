@@ -151,6 +151,13 @@ void CountTimes(i16 n, const OldEntry36 &before, const OldEntry36 &entry) {
 
 // ---- one entry
 
+// As the loader has it: it puts a code right, but for the records of 36 bytes, which then count on
+// no band. The rows 0 of the tables are read by nobody.
+i16 BandOfBadCode() {
+    return RecordLength(Log.CurrentFormat, Contest.ContestId) == kOld36Length ? i16{0}
+                                                                              : kBandOfBadCode;
+}
+
 bool CountsContinents() {
     switch (Contest.ContestId) {
     case kArrlDx: return PostData.RcvdIsPower;
@@ -226,8 +233,9 @@ struct Tally {
     void Take(i16 n) {
         OldEntry36 entry = EntryFields(n);
         if (!IsBandCode(entry.BandIndex))
-            entry.BandIndex = kBandOfBadCode;
-        const bool isVoid = IsVoid(entry);
+            entry.BandIndex = BandOfBadCode();
+        // The old forms know no void: there it is a call like any other, as in the Cabrillo file.
+        const bool isVoid = Log.CurrentFormat && IsVoid(entry);
         const i32 minutes = Clock.Minutes(n, entry);
         const auto row = static_cast<std::size_t>(n);
         Recount.Minutes[row] = isVoid && n > 1 ? Recount.Minutes[row - 1] : minutes;

@@ -258,7 +258,7 @@ void BuildLogFormView() {
     pages->addWidget(logPage);
     window->setCentralWidget(pages);
     window->setMinimumWidth(kMinimumWidth);
-    window->resize(kMinimumWidth + 60, window->minimumSizeHint().height());
+    SizeWindow(LogForm, {kMinimumWidth + 60, window->minimumSizeHint().height()});
     auto *beside = logPage->findChild<QWidget *>(QStringLiteral("Modelabel"));
     WhenMirrored(LogForm, [=] {
         QWidget *page = AnythingShows() ? logPage : emptyPage;

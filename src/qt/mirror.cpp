@@ -28,6 +28,7 @@ struct BoundForm {
     std::function<void()> Adjust;
     std::string Caption;
     int Left = 0, Top = 0, Width = 0, Height = 0; // what the window was told last
+    QSize SizeOfView;                             // the one that its view has chosen, if any
 };
 
 struct MirrorState {
@@ -81,13 +82,23 @@ QPoint OnAScreen(QPoint place) {
     return QGuiApplication::primaryScreen()->availableGeometry().topLeft();
 }
 
+// A record without a size leaves it to the view: what that had chosen, or what its layout needs.
+void MirrorSize(BoundForm &form) {
+    const Form &record = *form.Record;
+    if (record.Width > 0 && record.Height > 0)
+        form.Window->resize(record.Width / kTwips, record.Height / kTwips);
+    else if (form.SizeOfView.isValid())
+        form.Window->resize(form.SizeOfView);
+    else
+        form.Window->adjustSize();
+}
+
 void MirrorPlacement(BoundForm &form) {
     const Form &record = *form.Record;
     if (record.Width != form.Width || record.Height != form.Height) {
         form.Width = record.Width;
         form.Height = record.Height;
-        if (record.Width > 0 && record.Height > 0)
-            form.Window->resize(record.Width / kTwips, record.Height / kTwips);
+        MirrorSize(form);
     }
     if (record.Left != form.Left || record.Top != form.Top) {
         form.Left = record.Left;
@@ -207,6 +218,12 @@ void BindWindow(Form &form, QWidget *window) {
     bound->Record = &form;
     bound->Window = window;
     Mirror.Forms.push_back(std::move(bound));
+}
+
+void SizeWindow(const Form &form, QSize size) {
+    BoundForm &bound = BoundOf(form);
+    bound.SizeOfView = size;
+    bound.Window->resize(size);
 }
 
 Binding &AddBinding(Form &form, Control &control, QWidget *widget, QAction *action) {

@@ -4,6 +4,8 @@
 
 #include "platform/controls.h"
 
+#include <QSize>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -36,6 +38,9 @@ struct Binding {
 
 // Each record is bound once, in any order; the window of a form comes first.
 void BindWindow(Form &form, QWidget *window);
+// The size of the window while its record has none; without it the window takes what its layout
+// needs.
+void SizeWindow(const Form &form, QSize size);
 void BindWidget(Form &form, Control &control, QWidget *widget);
 // Makes the menus of all MenuItem records of the form.
 void BindMenus(Form &form, QMenuBar *bar);

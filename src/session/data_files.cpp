@@ -10,25 +10,23 @@
 
 namespace zrt {
 
-namespace {
-
-// The name as the folder has it; as given if the folder has it so, or not at all.
-std::string NameInFolder(std::string_view name) {
-    const auto names = Files.List(Session.AppPath);
+std::string PathInFolder(const std::string &path) {
+    const std::string folder = FolderOf(path);
+    const std::string name = NameOf(path);
+    const auto names = Files.List(folder);
     if (std::find(names.begin(), names.end(), name) != names.end())
-        return std::string(name);
-    const auto found = std::find_if(names.begin(), names.end(), [name](const std::string &other) {
+        return path;
+    const auto found = std::find_if(names.begin(), names.end(), [&name](const std::string &other) {
         return EqualIgnoringCase(name, other);
     });
-    return found == names.end() ? std::string(name) : *found;
+    return found == names.end() ? path : folder + *found;
 }
-
-} // namespace
 
 int ReadDataFile(std::string_view name, std::string &text) {
     text.clear();
     OpenedFile file;
-    if (const int error = file.Open(Session.AppPath + NameInFolder(name), OpenMode::Read))
+    if (const int error =
+            file.Open(PathInFolder(Session.AppPath + std::string(name)), OpenMode::Read))
         return error;
     std::uint64_t length = 0;
     if (const int error = file.Length(length))

@@ -11,6 +11,10 @@ namespace zrt {
 // A file above this is none of ours; it is refused before any of it is read.
 inline constexpr std::uint64_t kMostDataBytes = std::uint64_t{64} << 20;
 
+// The path as its folder has it, whatever the case of the letters of its name: files that come from
+// elsewhere are written in capitals or not. As given if there is such a file, or none at all.
+std::string PathInFolder(const std::string &path);
+
 // Reads the file of this name, in any case of its letters, from the program's folder. Returns 0 or
 // the system's error; then `text` holds the whole lines that were read before it.
 [[nodiscard]] int ReadDataFile(std::string_view name, std::string &text);

@@ -12,6 +12,7 @@ struct SessionFlags {
     bool OpenLogRequested = false; // the next LoadLog opens an existing log
     bool RescanInPlace = false;    // LoadLog re-reads the same file and keeps the windows
     bool CWTimingReady = false;    // the CW timing calibration has run
+    bool SettingsRead = false;     // the settings are those of the file, which may be written now
     std::string AppPath;           // the program's folder, with a separator at its end
     std::string HelpFile;
 };

@@ -274,6 +274,7 @@ int ReadSettings() {
             ReadFileUpTo(Session.AppPath + kSettingsFile, kLongestSettingsFile, bytes))
         return error;
     TakeSettingsText({reinterpret_cast<const char *>(bytes.data()), bytes.size()});
+    Session.SettingsRead = true;
     CheckTimingMethod();
     if (Settings.OpenFilePath.empty())
         Settings.OpenFilePath = Session.AppPath;
@@ -285,6 +286,8 @@ int ReadSettings() {
 }
 
 void WriteSettings(bool withWindows) {
+    if (!Session.SettingsRead)
+        return;
     UpdateWindows(withWindows);
     const std::string text = SettingsText();
     for (;;) {

@@ -61,7 +61,7 @@ KeyTable PreferenceKeys() {
         {"Key2IsMapped", &s.Key2IsMapped},
         {"Key1Mapping", &s.Key1Mapping},
         {"Key2Mapping", &s.Key2Mapping},
-        {"K3MsgLengthAdjustment", &s.K3MsgLengthAdjustment},
+        {"K3MsgLengthAdjustment", Bounded{&s.K3MsgLengthAdjustment, 0, 1000}},
         {"SCPEnabled", &s.SCPEnabled},
         {"SCPSelection", &Contest.SCPSelection}, // the value in use is the one that is kept
     };
@@ -300,6 +300,9 @@ struct Taker {
         const bool within = number >= limited.Lowest && number <= limited.Highest;
         *limited.Number = within ? number : limited.Default;
     }
+    void operator()(Bounded number) const {
+        *number.Number = std::clamp(ValueI16(Text), number.Lowest, number.Highest);
+    }
     void operator()(char *letter) const {
         const bool plain = !Text.empty() && Text.front() > ' ' && Text.front() < '\x7F';
         *letter = plain ? Text.front() : ' ';
@@ -322,6 +325,7 @@ struct Teller {
     std::string operator()(const i32 *number) const { return std::to_string(*number); }
     std::string operator()(const double *number) const { return NumberText(*number); }
     std::string operator()(const Limited &limited) const { return NumberText(*limited.Number); }
+    std::string operator()(Bounded number) const { return std::to_string(*number.Number); }
     std::string operator()(const char *letter) const {
         return *letter == ' ' ? std::string() : std::string(1, *letter);
     }

@@ -26,14 +26,20 @@ struct Limited {
     double *Number;
     double Lowest, Highest, Default;
 };
+// A number outside of its limits reads as the nearer of them.
+struct Bounded {
+    i16 *Number;
+    i16 Lowest, Highest;
+};
 // Written "Key = False" with blanks when false, "Key=True" when true: so the files of all years.
 struct SpacedFlag {
     bool *Flag;
 };
 
 // Where the value of a key goes, and with that its type.
-using KeyTarget = std::variant<bool *, SpacedFlag, i16 *, Truncated, i32 *, double *, Limited,
-                               char *, std::string *, CutText, DtrFunction *, CallExchMode *>;
+using KeyTarget =
+    std::variant<bool *, SpacedFlag, i16 *, Truncated, i32 *, double *, Limited, Bounded, char *,
+                 std::string *, CutText, DtrFunction *, CallExchMode *>;
 
 struct KeyRow {
     std::string Key;

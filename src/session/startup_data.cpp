@@ -71,39 +71,28 @@ bool NextValue(std::string_view &rest, std::string_view &value) {
     return true;
 }
 
-// A text without a number is 0. False if the number is too large for its table.
-template <typename Number> bool TakeNumber(std::string_view text, Number &number) {
-    const double value = std::nearbyint(Value(text));
-    using Limits = std::numeric_limits<Number>;
-    if (value < static_cast<double>(Limits::min()) || value > static_cast<double>(Limits::max()))
-        return false;
-    number = static_cast<Number>(value);
-    return true;
-}
-
-bool TakeValue(std::string *table, i16 row, std::string_view value) {
+void TakeValue(std::string *table, i16 row, std::string_view value) {
     table[row - 1] = value;
-    return true;
 }
 
-bool TakeValue(i16 *table, i16 row, std::string_view value) {
-    return TakeNumber(value, table[row - 1]);
+void TakeValue(i16 *table, i16 row, std::string_view value) {
+    table[row - 1] = ValueI16(value);
 }
 
-bool TakeValue(BandFrequencies, i16 bandIndex, std::string_view value) {
-    i32 &first = Radios.LastFrequency[0][bandIndex];
-    const bool taken = TakeNumber(value, first);
-    Radios.LastFrequency[1][bandIndex] = first;
-    return taken;
+void TakeValue(BandFrequencies, i16 bandIndex, std::string_view value) {
+    using Limits = std::numeric_limits<i32>;
+    const i32 frequency =
+        RoundToEven(std::clamp<double>(Value(value), Limits::min(), Limits::max()));
+    Radios.LastFrequency[0][bandIndex] = Radios.LastFrequency[1][bandIndex] = frequency;
 }
 
-bool TakeRow(const Section &section, i16 row, std::string_view value) {
-    return std::visit([&](auto table) { return TakeValue(table, row, value); }, section.Values);
+void TakeRow(const Section &section, i16 row, std::string_view value) {
+    std::visit([&](auto table) { TakeValue(table, row, value); }, section.Values);
 }
 
 void Clear(const Section &section) {
     for (i16 row = 1; row <= section.Rows; ++row)
-        (void)TakeRow(section, row, ""); // an empty value fits every table
+        TakeRow(section, row, "");
     if (section.Count != nullptr)
         *section.Count = 0;
 }
@@ -114,8 +103,10 @@ i16 RowsToRead(const Section &section, std::string_view &rest) {
         return section.Rows;
     constexpr i16 kBad = -1;
     std::string_view value;
-    i16 count = 0;
-    if (!NextValue(rest, value) || !TakeNumber(value, count) || count < 0 || count > section.Rows)
+    if (!NextValue(rest, value))
+        return kBad;
+    const i16 count = ValueI16(value);
+    if (count < 0 || count > section.Rows)
         return kBad;
     *section.Count = count;
     return count;
@@ -126,9 +117,11 @@ bool TakeSection(const Section &section, std::string_view &rest) {
     Clear(section);
     const i16 rows = RowsToRead(section, rest);
     std::string_view value;
-    for (i16 row = 1; row <= rows; ++row)
-        if (!NextValue(rest, value) || !TakeRow(section, row, value))
+    for (i16 row = 1; row <= rows; ++row) {
+        if (!NextValue(rest, value))
             return false;
+        TakeRow(section, row, value);
+    }
     return rows >= 0;
 }
 

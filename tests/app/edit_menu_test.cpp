@@ -171,6 +171,44 @@ TEST_F(KillAll, WritesTheKilledFileOfEmptyRecords) {
     }
 }
 
+// The entries of the old formats are 5000; a log of today may have more.
+TEST_F(KillAll, OfALogLongerThanTheOldFormatsWritesEmptyRecordsToItsEnd) {
+    constexpr int kContacts = 5002;
+    OpenLogOf(kNaqp, 0);
+    std::string log = BytesOf(kTempLog) + std::string(34, '\0');
+    for (int n = 0; n < kContacts; ++n)
+        log += EntryBytes(MakeEntry("K1ZZ", -21155, 1437, 3, '1'));
+    MakeFile("long.ZRT", log);
+    Answer({BoxAnswer::No}); // the unnamed log is not saved
+    Settings.RecentFile[0] = PathOf("long.ZRT");
+    ClickControl(LogForm.mnuFileRecent[0]);
+    ASSERT_EQ(Log.NextEntry, kContacts + 1);
+    Answer({BoxAnswer::Yes});
+    KillAllEntries();
+    EXPECT_EQ(BytesOf("KilledFile.zrt").substr(36), EmptyRecords(kContacts, 36));
+}
+
+TEST_F(KillAll, WithKeepKilledLogKeepsTheContactsThatAreOwedToTheDisk) {
+    Extensions.KeepKilledLog = true;
+    OpenLogOf(kGeneric, 1);
+    Devices.Disk = DiskMode::Full;
+    Answer({BoxAnswer::Cancel});
+    LogContact("K2ZZ", "BOB");
+    ASSERT_EQ(Log.Unwritten.size(), 1U);
+    // Still full: back to the log.
+    Answer({BoxAnswer::Yes, BoxAnswer::Abort});
+    KillAllEntries();
+    EXPECT_EQ(Log.NextEntry, 3);
+    EXPECT_EQ(Log.Unwritten.size(), 1U);
+    Devices.Disk = DiskMode::Ok;
+    Answer({BoxAnswer::Yes});
+    KillAllEntries();
+    EXPECT_EQ(Log.NextEntry, 1);
+    const std::string kept = BytesOf("KilledLog 1.zrt");
+    ASSERT_EQ(kept.size(), 180U);
+    EXPECT_EQ(kept.substr(126, 4), "K2ZZ");
+}
+
 TEST_F(KillAll, WritesTheEntriesOfAnOldLog) {
     std::string old = HeaderBytes("WW CW", '2');
     old[4] = 0; // no log of today's format

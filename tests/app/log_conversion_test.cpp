@@ -4,7 +4,9 @@
 #include "app/log_loader.h"
 #include "app/start_up.h"
 #include "entry/log_form.h"
+#include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/program.h"
 #include "session/log_file.h"
 #include "session/reference_data.h"
 #include "session/session_flags.h"
@@ -208,6 +210,18 @@ TEST_F(OldSs, IsConvertedOnce) {
     EXPECT_EQ(LastBox().Title, "Log Already Opened");
     EXPECT_EQ(Contest.SsSectionYear, 97);
     EXPECT_EQ(BytesOf("old.ZRT"), converted);
+}
+
+// The desktop ends the session while the question stands: nobody has answered it.
+TEST_F(OldSs, IsNotConvertedWhenTheProgramEndsInFrontOfTheQuestion) {
+    Dialogs.Box = [](const MessageBox &) {
+        EndProgram(0);
+        return BoxAnswer::No;
+    };
+    const std::string old = Header("SS CW", ' ') + Old26("K1ZZ", "A7401");
+    Open(old);
+    EXPECT_EQ(Hex(BytesOf("old.ZRT")), Hex(old));
+    EXPECT_FALSE(FileExists("old.ZRb"));
 }
 
 TEST_F(OldSs, InTodaysFormatIsNoOldLog) {

@@ -1,5 +1,6 @@
 // File, Open and the recent logs.
 #include "app/file_menu.h"
+#include "app/partial_window.h"
 #include "app/recent_files.h"
 #include "app/start_up.h"
 #include "entry/log_form.h"
@@ -235,13 +236,20 @@ TEST_F(OpenLogFile, PutsTheWindowsWhereTheContestHadThem) {
     EXPECT_EQ(Settings.Windows[kGeneric - 1][kLogForm].Left, 450);
 }
 
-TEST_F(OpenLogFile, LeavesAWindowWithoutAStoredSizeAlone) {
+TEST_F(OpenLogFile, GivesAWindowWithoutAStoredSizeItsDefault) {
     MakeLog("mine.ZRT", "K1ZZ");
     LogForm.Left = 77;
+    LogForm.Width = 9000; // of the contest before
+    LogForm.Height = 6000;
+    Partial.Width = 9999;
+    Settings.Windows[kGeneric - 1][kPartial] = {"PARTIAL", "CLOSED", 0, 0, 0, 0};
     Settings.Windows[kGeneric - 1][kLogForm] = {"LOGFORM", "OPEN", 0, 0, 0, 0};
     Open("mine.ZRT");
     EXPECT_EQ(LogForm.Left, 77);
     EXPECT_EQ(LogForm.Width, 0);
+    EXPECT_EQ(LogForm.Height, 0);
+    EXPECT_EQ(Partial.Width, 5900);
+    EXPECT_EQ(Partial.Height, 3000);
 }
 
 } // namespace

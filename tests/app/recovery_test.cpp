@@ -5,6 +5,7 @@
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "entry/statistics.h"
+#include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/program.h"
 #include "session/log_file.h"
@@ -188,6 +189,20 @@ TEST_F(Recovery, OfAMarkBelowZeroOpensTheLog) {
     StartProgram();
     EXPECT_EQ(Log.NextEntry, 2);
     EXPECT_FALSE(Program.Ending);
+}
+
+// The desktop ends the session while the question stands: nobody has answered it.
+TEST_F(Recovery, IsOfferedAgainWhenTheProgramEndsInFrontOfIt) {
+    StartProgram();
+    MakeFile(kTempLog, OldLog());
+    Dialogs.Box = [](const MessageBox &) {
+        EndProgram(0);
+        return BoxAnswer::No;
+    };
+    OfferRecovery();
+    EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(OldLog()));
+    EXPECT_FALSE(FileExists(Unsaved(1)));
+    EXPECT_EQ(Log.LogState, kNoLog);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "app/start_up.h"
 #include "entry/dupes.h"
+#include "entry/exchange_parsers.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "entry/statistics.h"
@@ -88,6 +89,32 @@ TEST_F(SessionReset, LeavesTheFileAlone) {
     const std::string before = BytesOf(kTempLog);
     ResetSession();
     EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(before));
+}
+
+// The log goes on, and with it what was sent last, and to whom.
+TEST_F(SessionReset, KeepsWhatTheNextMessageNeedsInARescan) {
+    const auto set = [] {
+        Entry.SavedCall = "JA1ABC";
+        Entry.TuCount = 2;
+        Entry.LastSendHadCall = true;
+        Parsers = {7, "CT"};
+        Entry.DupeFlag = true;
+    };
+    set();
+    Session.RescanInPlace = true;
+    ResetSession();
+    EXPECT_EQ(Entry.SavedCall, "JA1ABC");
+    EXPECT_EQ(Entry.TuCount, 2);
+    EXPECT_TRUE(Entry.LastSendHadCall);
+    EXPECT_EQ(Parsers.TenNumber, 7);
+    EXPECT_FALSE(Entry.DupeFlag);
+    set();
+    Session.RescanInPlace = false;
+    ResetSession();
+    EXPECT_EQ(Entry.SavedCall, "");
+    EXPECT_EQ(Entry.TuCount, 1);
+    EXPECT_FALSE(Entry.LastSendHadCall);
+    EXPECT_EQ(Parsers.TenNumber, 0);
 }
 
 } // namespace

@@ -34,9 +34,12 @@ PlainHead LookAt(const std::string &text) {
             const auto place = line.find(name);
             if (place == line.npos)
                 continue;
-            head.ContestId = contest;
             const std::string behind = line.substr(place + std::string(name).size()) + "  ";
-            head.Mode = behind[1] == 'C' ? "CW" : behind[1] == 'S' ? "SSB" : "";
+            if (behind[1] == 'C' || behind[1] == 'S')
+                head.Mode = behind[1] == 'C' ? "CW" : "SSB";
+            else if (head.ContestId != contest)
+                head.Mode.clear();
+            head.ContestId = contest;
             break;
         }
         if (line.find("END-OF-LOG") != line.npos)

@@ -128,5 +128,12 @@ TEST(CabrilloInput, BytesOfZeroAreBytesAsOthers) {
     ExpectHead(RecogniseCabrillo(std::string(100000, '\0')), false, kNoContest, "", "");
 }
 
+TEST(CabrilloInput, ALineThatOnlyNamesTheContestLeavesItsMode) {
+    ExpectHead(HeadOf("CONTEST: CQ-WW-CW\r\nSOAPBOX: MY FIRST CQ-WW"), true, kCqWw, "CQWW", "CW");
+    ExpectHead(HeadOf("SOAPBOX: CQ-WW\r\nCONTEST: CQ-WW-SSB"), true, kCqWw, "CQWW", "SSB");
+    // Another contest has a mode of its own, or none.
+    ExpectHead(HeadOf("CONTEST: CQ-WW-CW\r\nSOAPBOX: CQ-WPX"), true, kWpx, "WPX", "");
+}
+
 } // namespace
 } // namespace zrt

@@ -354,6 +354,19 @@ TEST_F(Mirror, PlaceAndSizeGoBothWaysInTwips) {
     EXPECT_EQ(Window.Height, 7800);
 }
 
+TEST_F(Mirror, ARecordWithoutASizeGivesTheWindowThatOfItsView) {
+    Turn();
+    const QSize own = ViewOf(Window)->size();
+    Window.Width = 700 * 15;
+    Window.Height = 600 * 15;
+    Turn();
+    ASSERT_EQ(ViewOf(Window)->size(), QSize(700, 600));
+    ASSERT_NE(own, QSize(700, 600));
+    Window.Width = Window.Height = 0;
+    Turn();
+    EXPECT_EQ(ViewOf(Window)->size(), own);
+}
+
 TEST_F(Mirror, AWindowFromALostScreenComesIntoSight) {
     Window.Left = 90000 * 15;
     Window.Width = 600 * 15;

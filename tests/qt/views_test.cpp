@@ -57,6 +57,20 @@ TEST_F(Views, TheEntryWindowFitsASmallScreen) {
     EXPECT_LE(ViewOf(LogForm)->height(), 700); // a panel and a title bar take the rest of 768
 }
 
+// The next contest may have no place for it: it gets the size of the first start again.
+TEST_F(Views, TheEntryWindowWithoutAPlaceHasItsOwnSize) {
+    Turn();
+    const int width = ViewOf(LogForm)->width();
+    LogForm.Width = 1200 * 15;
+    LogForm.Height = 700 * 15;
+    Turn();
+    ASSERT_EQ(ViewOf(LogForm)->width(), 1200);
+    LogForm.Width = LogForm.Height = 0;
+    Turn();
+    EXPECT_EQ(ViewOf(LogForm)->width(), width);
+    EXPECT_NE(width, 1200);
+}
+
 TEST_F(Views, ANewWindowSaysHowToStart) {
     SetAll(false);
     Turn();

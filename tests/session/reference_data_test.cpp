@@ -568,8 +568,14 @@ TEST_F(StartupData, NumbersAreRoundedAndTextsAreZero) {
                 ElementsAre(-5, 2, 4, 0, 32767, -32768, 12, 8));
 }
 
-TEST_F(StartupData, ANumberTooLargeForItsTableEndsTheProgram) {
-    ReadAndEnd("[ARRL X Coordinates]\n32768\n");
+TEST_F(StartupData, ANumberTooLargeForItsTableBecomesTheLargest) {
+    std::string text = "[ARRL X Coordinates]\n32768\n-40000\n1e3\n";
+    for (int row = 4; row <= 63; ++row)
+        text += "5\n";
+    ExpectRead(text);
+    EXPECT_EQ(Reference.ArrlX[0], 32767);
+    EXPECT_EQ(Reference.ArrlX[1], -32768);
+    EXPECT_EQ(Reference.ArrlX[2], 1);
 }
 
 TEST_F(StartupData, ARowTooFewEatsTheNextHeader) {

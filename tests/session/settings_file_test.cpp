@@ -110,6 +110,19 @@ TEST_F(SettingsFile, AWeightOutOfReasonIsThree) {
     EXPECT_TRUE(Holds("Weight=3.5"));
 }
 
+TEST_F(SettingsFile, TheMessageLengthAdjustmentStaysWithinItsLimits) {
+    for (const auto &[text, value] : {std::pair{"-5", 0},
+                                      {"0", 0},
+                                      {"250", 250},
+                                      {"1000", 1000},
+                                      {"5000", 1000},
+                                      {"99999", 1000}}) {
+        Read(std::string("[Preferences]\nK3MsgLengthAdjustment=") + text);
+        EXPECT_EQ(Settings.K3MsgLengthAdjustment, value) << text;
+        EXPECT_TRUE(Holds("K3MsgLengthAdjustment=" + std::to_string(value)));
+    }
+}
+
 TEST_F(SettingsFile, ChoicesAreReadByName) {
     const char *names[] = {"None", "CW", "PTT", "F9", "DVKMicSwitch"};
     for (i16 i = 0; i < 5; ++i) {

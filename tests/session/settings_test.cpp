@@ -15,7 +15,10 @@ constexpr const char *kSide = "zrtlog125.ini.new";
 
 class SettingsOnDisk : public ProgramTest {
   protected:
-    SettingsOnDisk() { Session.AppPath = PathOf(""); }
+    SettingsOnDisk() {
+        Session.AppPath = PathOf("");
+        Session.SettingsRead = true;
+    }
     static void Read(std::string_view text) {
         MakeFile(kSettingsFile, text);
         ASSERT_EQ(ReadSettings(), 0);
@@ -124,6 +127,19 @@ TEST_F(SettingsOnDisk, AFailingDiskLeavesTheOldFileWholeAndShowsNothing) {
     WriteSettings(false);
     EXPECT_EQ(BytesOf(kSettingsFile), SettingsText());
     EXPECT_NE(BytesOf(kSettingsFile), before);
+}
+
+// The program may be ended before it has come to its settings: those of the file stay.
+TEST_F(SettingsOnDisk, AreNotWrittenBeforeTheyWereRead) {
+    Session.SettingsRead = false;
+    const std::string before = "[Preferences]\r\nYourCall=ZR1TEST\r\n";
+    MakeFile(kSettingsFile, before);
+    WriteSettings(true);
+    EXPECT_EQ(BytesOf(kSettingsFile), before);
+    ASSERT_EQ(ReadSettings(), 0);
+    WriteSettings(false);
+    EXPECT_NE(BytesOf(kSettingsFile), before);
+    EXPECT_NE(BytesOf(kSettingsFile).find("YourCall=ZR1TEST"), std::string::npos);
 }
 
 TEST_F(SettingsOnDisk, ARenameThatFailsLeavesTheOldFileWhole) {

@@ -334,6 +334,10 @@ class RandomSettings {
     void Fill(Truncated number) { Fill(number.Number); }
     void Fill(i32 *number) { *number = Any<i32>(); }
     void Fill(double *number) { *number = Number(); }
+    void Fill(Bounded bounded) {
+        *bounded.Number = static_cast<i16>(
+            std::uniform_int_distribution<int>(bounded.Lowest, bounded.Highest)(Engine));
+    }
     void Fill(Limited limited) {
         *limited.Number = std::uniform_real_distribution(limited.Lowest, limited.Highest)(Engine);
     }
@@ -401,6 +405,7 @@ struct Address {
     Address(SpacedFlag flag) : Place(flag.Flag) {}
     Address(Truncated number) : Place(number.Number) {}
     Address(Limited number) : Place(number.Number) {}
+    Address(Bounded number) : Place(number.Number) {}
     Address(CutText text) : Place(text.Text) {}
 };
 
