@@ -93,9 +93,9 @@ bool OpenExistingLog(int fileNumber) {
     return false;
 }
 
-void ShowProgress(const char *task) {
+void ShowProgress(const char *task, i16 entry) {
     BkgdForm.lblTask.Caption = task + ShortenMiddle(NameOf(Log.LogFileName), kTaskWidth);
-    BkgdForm.lblEntryNr.Caption = "Log Entry Nr:";
+    BkgdForm.lblEntryNr.Caption = "Log Entry Nr: " + std::to_string(entry);
     BkgdForm.Visible = true;
 }
 
@@ -107,11 +107,11 @@ void TellBeyond(i32 beyond) {
 }
 
 bool TakeEntries() {
-    ShowProgress("Loading: ");
+    ShowProgress("Loading: ", 1);
     i32 beyond = 0;
     const bool read = WithRetry([&beyond] { return ReadEntries(Contest.ContestId, beyond); });
     if (read) {
-        ShowProgress("Processing: ");
+        ShowProgress("Processing: ", static_cast<i16>(Log.NextEntry - 1));
         RescanLog();
     }
     BkgdForm.Visible = false;

@@ -97,12 +97,16 @@ bool CallFits() {
     return true;
 }
 
-// Enter in the exchange field does not repeat the check: it ran when the field got the focus.
-void CheckForDupe(i16 fieldIndex) {
+// Enter in the exchange field does not repeat the check: it ran when the field got the focus. False
+// if the box about a portable station has given the focus to the exchange, and with that filled in
+// one that the operator has not seen yet.
+bool CheckForDupe(i16 fieldIndex) {
     if (fieldIndex != 0)
-        return;
+        return true;
+    const bool wasEmpty = ExchangeText().empty();
     QsoHooks.Dupecheck(CallText());
     ShowVerdict();
+    return !wasEmpty || ExchangeText().empty();
 }
 
 bool AgeIsGood(ParsedExchange &parsed) {
@@ -312,7 +316,8 @@ void LogQso(i16 fieldIndex, i16 shift) {
     if (!LogTakesContacts() || !CallIsThere(shift) || !CallFits())
         return;
     Entry.SavedCall = ToLatin1(CallText());
-    CheckForDupe(fieldIndex);
+    if (!CheckForDupe(fieldIndex))
+        return;
     const bool lineBefore = Entry.CountyLineFlag;
     const bool nextCounty = IsNextCounty(CallText());
     ParsedExchange parsed;
