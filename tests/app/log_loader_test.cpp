@@ -209,11 +209,15 @@ TEST_F(LogLoader, AReadErrorMayBeRetriedOrGivenUp) {
     Answer({BoxAnswer::Retry, BoxAnswer::Retry});
     LoadLog(0);
     EXPECT_EQ(Log.NextEntry, 3);
+    EXPECT_EQ(BkgdForm.lblTask.Caption, "Processing: !temp%!!.zrb");
+    EXPECT_EQ(BkgdForm.lblEntryNr.Caption, "Log Entry Nr: 2");
     failures = 1;
     Session.RescanInPlace = true;
     Answer({BoxAnswer::Cancel});
     LoadLog(0);
     EXPECT_EQ(Log.LogState, kNoLog);
+    EXPECT_EQ(BkgdForm.lblTask.Caption, "Loading: !temp%!!.zrb");
+    EXPECT_EQ(BkgdForm.lblEntryNr.Caption, "Log Entry Nr: 1");
     EXPECT_FALSE(BkgdForm.Visible);
 }
 
