@@ -25,7 +25,7 @@ class OpenLogFile : public ProgramTest {
                            EntryBytes(MakeEntry(call, -21155, 1437, 3, '1')));
     }
     static void Open(const char *name) {
-        Devices.FileAnswers.push_back(PathOf(name));
+        Devices.FileAnswers.emplace_back(PathOf(name));
         ClickControl(LogForm.mnuFileOpen);
     }
     static std::string Recent(int number) {

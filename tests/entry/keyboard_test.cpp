@@ -87,7 +87,7 @@ TEST_F(Keys, ApostropheLogsWhereItIsSetTo) {
 
 TEST_F(Keys, CtrlOrAltWithZOrXWipesTheEntry) {
     OpenNewLog(kGeneric);
-    for (const int key : {'Z', 'X'})
+    for (const unsigned char key : {'Z', 'X'})
         for (const int shift : {kCtrl + 0, kAlt + 0, kCtrl | kShift}) {
             Fill("K1ZZ", "ANN");
             Press(key, shift);

@@ -22,25 +22,25 @@ const Modifier kWithCtrlAlt = {"ctrl+alt+", Qt::ControlModifier | Qt::AltModifie
 // A key that types nothing. `text` is the control character that comes with it.
 struct CommandKey {
     const char *Name;
-    int QtKey;
     const char *Text;
+    int QtKey;
     int KeyCode;
 };
 
 constexpr CommandKey kCommandKeys[] = {
-    {"Prior", Qt::Key_PageUp, "", 33},
-    {"Next", Qt::Key_PageDown, "", 34},
-    {"End", Qt::Key_End, "", 35},
-    {"Home", Qt::Key_Home, "", 36},
-    {"Left", Qt::Key_Left, "", 37},
-    {"Up", Qt::Key_Up, "", 38},
-    {"Right", Qt::Key_Right, "", 39},
-    {"Down", Qt::Key_Down, "", 40},
-    {"Insert", Qt::Key_Insert, "", 45},
-    {"Delete", Qt::Key_Delete, "\x7f", 46},
-    {"Return", Qt::Key_Return, "\r", 13},
-    {"KP_Enter", Qt::Key_Enter, "\r", 13},
-    {"BackSpace", Qt::Key_Backspace, "\b", 8},
+    {"Prior", "", Qt::Key_PageUp, 33},
+    {"Next", "", Qt::Key_PageDown, 34},
+    {"End", "", Qt::Key_End, 35},
+    {"Home", "", Qt::Key_Home, 36},
+    {"Left", "", Qt::Key_Left, 37},
+    {"Up", "", Qt::Key_Up, 38},
+    {"Right", "", Qt::Key_Right, 39},
+    {"Down", "", Qt::Key_Down, 40},
+    {"Insert", "", Qt::Key_Insert, 45},
+    {"Delete", "\x7f", Qt::Key_Delete, 46},
+    {"Return", "\r", Qt::Key_Return, 13},
+    {"KP_Enter", "\r", Qt::Key_Enter, 13},
+    {"BackSpace", "\b", Qt::Key_Backspace, 8},
 };
 
 // Keys of the keypad: number of the key, what it is without and with Num Lock.

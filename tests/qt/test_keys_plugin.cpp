@@ -13,7 +13,6 @@
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QSocketNotifier>
-#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 
@@ -90,6 +89,8 @@ TestKeys::TestKeys(const QString &inFifo, const QString &outFifo)
         qFatal("testkeys: can't open %s and %s", qPrintable(inFifo), qPrintable(outFifo));
     auto *notifier = new QSocketNotifier(In, QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] { ReadLines(); });
+    NextStep.setSingleShot(true);
+    connect(&NextStep, &QTimer::timeout, this, [this] { Step(); });
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -145,12 +146,8 @@ void TestKeys::ReadLines() {
 }
 
 void TestKeys::Later(int milliseconds) {
-    if (std::exchange(StepPosted, true))
-        return;
-    QTimer::singleShot(milliseconds, this, [this] {
-        StepPosted = false;
-        Step();
-    });
+    if (!NextStep.isActive())
+        NextStep.start(milliseconds);
 }
 
 void TestKeys::Step() {

@@ -26,6 +26,7 @@
 #include <QGenericPlugin>
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 
 #include <deque>
 
@@ -65,7 +66,7 @@ class TestKeys : public QObject {
     int KeysUnderway = 0; // sent to the window system, not yet seen by a window
     int TurnsForKey = 0;  // that were waited for them
     int QuietTurns = 0;   // turns of the event loop since a sync was read
-    bool StepPosted = false;
+    QTimer NextStep;
     bool NotesArrivals = false;
     QStringList Arrived;
 };
