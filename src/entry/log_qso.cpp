@@ -103,10 +103,10 @@ bool CallFits() {
 bool CheckForDupe(i16 fieldIndex) {
     if (fieldIndex != 0)
         return true;
-    const bool wasEmpty = ExchangeText().empty();
+    const std::string seen = ExchangeField().Text;
     QsoHooks.Dupecheck(CallText());
     ShowVerdict();
-    return !wasEmpty || ExchangeText().empty();
+    return ExchangeField().Text == seen;
 }
 
 bool AgeIsGood(ParsedExchange &parsed) {

@@ -1,5 +1,6 @@
 #include "entry/prefill.h"
 
+#include "entry/callsign.h"
 #include "entry/dupes.h"
 #include "entry/log_form.h"
 #include "entry/multipliers.h"
@@ -133,11 +134,6 @@ bool NumberComesFirst() {
     return IsOneOf({kZrt, kPaqp, kSprint, kCwOpen});
 }
 
-std::string_view LeadingDigits(std::string_view text) {
-    const auto end = text.find_first_not_of("0123456789");
-    return text.substr(0, end);
-}
-
 void ShowNeededBands(const std::string &text) {
     if (Contest.ContestId == kArrlDx && !Contest.StationUSVE)
         ARRLFindMult(UpperCase(Trim(text)));
@@ -150,10 +146,10 @@ bool TagFits(std::string_view exchange) {
     return Contest.ContestId == kCwOpen || exchange.substr(0, 2) == tag.substr(0, 2);
 }
 
-// A field that is empty, or that begins with a digit like a fill, is filled; in CQ WW any.
-bool TakesFill() {
+// The field is empty, or holds what was filled in for this entry and nothing else.
+bool NothingIsTyped() {
     const std::string &text = ExchangeField().Text;
-    return Contest.ContestId == kCqWw || text.empty() || !LeadingDigits(text).empty();
+    return text.empty() || (text == Prefill.Text && Prefill.NextEntry == Log.NextEntry);
 }
 
 // The box about a portable station gives the focus to the exchange field: its call has just been
@@ -164,26 +160,24 @@ bool BoxHasChecked(const std::string &call) {
 
 } // namespace
 
-void FillExchange(const std::string &text) {
+bool FillExchange(const std::string &text) {
+    if (!NothingIsTyped())
+        return false;
     TextBox &field = ExchangeField();
-    std::string whole = text;
-    std::size_t caret = text.size();
-    if (Extensions.FillCursorAtStart && NumberComesFirst()) {
-        // A number that is there already is what the caret would wait for.
-        const std::string number(LeadingDigits(field.Text));
-        if (!number.empty())
-            whole = number + " " + std::string(TrimLeft(text));
-        caret = number.size();
-    }
-    SetFieldText(field, whole);
-    field.SelStart = static_cast<int>(std::min(caret, whole.size()));
-    Prefill.Text = whole;
-    Prefill.NextEntry = Log.NextEntry;
+    SetFieldText(field, text);
+    if (Extensions.FillCursorAtStart && NumberComesFirst())
+        field.SelStart = 0;
+    Prefill = {text, PlainCall(CallField().Text), Log.NextEntry};
+    return true;
+}
+
+void DropFillOfAnotherCall() {
+    if (NothingIsTyped() && Prefill.Call != PlainCall(CallField().Text))
+        SetFieldText(ExchangeField(), "");
 }
 
 bool IsPrefillOnly() {
-    return Extensions.PrefillCountsAsEmpty && !Prefill.Text.empty() &&
-           Prefill.NextEntry == Log.NextEntry && ExchangeField().Text == Prefill.Text;
+    return Extensions.PrefillCountsAsEmpty && !ExchangeField().Text.empty() && NothingIsTyped();
 }
 
 void EndPrefill() {
@@ -198,8 +192,8 @@ void FillFromLog() {
     const std::string text = FromLatin1(row->FromLog(EntryFields(n)));
     if (text.empty())
         return;
-    FillExchange(text);
-    ShowNeededBands(text);
+    if (FillExchange(text))
+        ShowNeededBands(text);
 }
 
 void FillFromOldLog() {
@@ -219,8 +213,8 @@ void FillFromOldLog() {
     std::transform(guess.begin(), guess.end(), guess.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
-    FillExchange(guess);
-    ShowNeededBands(text);
+    if (FillExchange(guess))
+        ShowNeededBands(text);
 }
 
 void ShowVerdict() {
@@ -244,8 +238,6 @@ void ExchangeFieldGotFocus() {
     else
         Dupecheck(call);
     ShowVerdict();
-    if (!TakesFill())
-        return;
     if (Dupes.SeenBefore)
         FillFromLog();
     else if (OldCalls.ShowOldCalls)

@@ -1,6 +1,6 @@
 // What the program fills in: the exchange of a station that is known, when the operator goes on to
 // the exchange field. Its GotFocus and the call field's LostFocus are here; the typing fills in the
-// zone of CQ WW.
+// zone of CQ WW. What the operator has typed is never replaced.
 #pragma once
 
 #include "session/fixed_text.h"
@@ -10,8 +10,9 @@
 namespace zrt {
 
 struct PrefillState {
-    std::string Text;  // what was filled in last, as long as no key was typed behind it
-    i16 NextEntry = 0; // of the entry that it was filled in for
+    std::string Text; // what was filled in last; empty once the operator has edited it
+    std::string Call; // the call and the entry that it was filled in for
+    i16 NextEntry = 0;
 };
 extern PrefillState Prefill;
 
@@ -21,11 +22,14 @@ void FillFromLog();
 // tells it, but CW Open takes the name from any.
 void FillFromOldLog();
 
-// Fills the exchange field, with the caret at the end or at `caret`.
-void FillExchange(const std::string &text);
+// Fills the exchange field unless something is typed there; every fill passes here. The caret goes
+// to the end, or to where the number is still to be typed. False if nothing was filled in.
+bool FillExchange(const std::string &text);
+// The call has changed: what was filled in for another one is taken out.
+void DropFillOfAnotherCall();
 // The exchange field holds nothing but what was filled in, and that counts as empty.
 bool IsPrefillOnly();
-// The operator has typed into the exchange field.
+// What stands in the exchange field now counts as typed.
 void EndPrefill();
 
 // Shows what the last check of the call has found: red and the DUPE line, or neither.

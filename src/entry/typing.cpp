@@ -108,6 +108,7 @@ void Analyse(std::string_view call) {
 void CallTextChanged() {
     CallField().Text = UpperCase(CallField().Text); // what is pasted may be in small letters
     SaveCall();
+    DropFillOfAnotherCall();
     const std::string &text = CallField().Text;
     const std::string before = std::exchange(Entry.CallShown, text);
     const std::string call = PlainCall(text);
@@ -141,6 +142,7 @@ void SaveCall() {
 
 void CallPutBack() {
     SaveCall();
+    EndPrefill();
     Entry.CallShown = CallField().Text;
     HideCallMatches();
     HideNeeds();

@@ -193,16 +193,15 @@ TEST_F(FillFromTheLog, PutsTheCaretWhereTheNumberGoesOnRequest) {
     }
 }
 
-TEST_F(FillFromTheLog, KeepsANumberBeforeTheCaret) {
-    Extensions.FillCursorAtStart = true;
-    Open(kZrt);
-    PutExchange(12, "2", "");
-    EXPECT_EQ(GoTo("W1AW", "345"), "345 BBB ");
-    EXPECT_EQ(Field().SelStart, 3);
-    EXPECT_EQ(GoTo("W1AW", "345 CCC"), "345 BBB ");
-    Extensions.FillCursorAtStart = false;
-    EXPECT_EQ(GoTo("W1AW", "345"), " BBB ");
-    EXPECT_EQ(Field().SelStart, 5);
+TEST_F(FillFromTheLog, LeavesANumberThatIsTyped) {
+    for (const bool cursorAtStart : {false, true}) {
+        Extensions.FillCursorAtStart = cursorAtStart;
+        Open(kZrt);
+        PutExchange(12, "2", "");
+        EXPECT_EQ(GoTo("W1AW", "345"), "345");
+        EXPECT_EQ(Field().SelStart, 3);
+        EXPECT_EQ(GoTo("W1AW", "345 CCC"), "345 CCC");
+    }
 }
 
 // ---- from an earlier log
@@ -367,17 +366,28 @@ TEST_F(FocusOfTheExchange, DoesNothingForTheSecondCountyOfALine) {
     EXPECT_EQ(GoTo("W1AW"), " PAA ");
 }
 
-TEST_F(FocusOfTheExchange, FillsAnEmptyFieldOrOneThatBeginsWithADigit) {
+TEST_F(FocusOfTheExchange, FillsWhereNothingIsTyped) {
     Open(kNaqp);
     PutExchange(0, "1", "BOB");
     EXPECT_EQ(GoTo("W1AW", ""), "BOB S1 ");
-    EXPECT_EQ(GoTo("W1AW", "1"), "BOB S1 ");
-    EXPECT_EQ(GoTo("W1AW", "9X"), "BOB S1 ");
+    EXPECT_EQ(GoTo("W1AW", "1"), "1");
+    EXPECT_EQ(GoTo("W1AW", "9X"), "9X");
     EXPECT_EQ(GoTo("W1AW", "JOE"), "JOE");
     EXPECT_EQ(GoTo("W1AW", " 1"), " 1");
-    Open(kCqWw); // always
+    Open(kCqWw);
     PutExchange(5, "", "");
-    EXPECT_EQ(GoTo("W1AW", "XYZ"), "5 ");
+    EXPECT_EQ(GoTo("W1AW", "33"), "33");
+    Fill("W1AW", "");
+    FillExchange("33"); // by the program
+    SetFocus(Field());
+    EXPECT_EQ(Field().Text, "5 ");
+}
+
+TEST_F(FocusOfTheExchange, TellsNoNeedOfAFillThatHasNoPlace) {
+    Open(kNaqp);
+    PutExchange(0, "2", "BOB");
+    GoTo("W1AW", "JOE");
+    EXPECT_FALSE(LogForm.LabelNeededOn.Visible);
 }
 
 TEST_F(FocusOfTheExchange, AsksOnceForAPortableStation) {
@@ -442,7 +452,11 @@ TEST_F(FillTest, CountsAsEmptyOnRequestUntilAKeyIsTyped) {
     EXPECT_TRUE(IsPrefillOnly());
     EndPrefill();
     EXPECT_FALSE(IsPrefillOnly());
-    FillExchange("14");
+    EXPECT_FALSE(FillExchange("14"));
+    EXPECT_EQ(Field().Text, "5 ");
+    Field().Text.clear();
+    EXPECT_FALSE(IsPrefillOnly()); // empty it is, but of no fill
+    EXPECT_TRUE(FillExchange("14"));
     EXPECT_TRUE(IsPrefillOnly());
     ++Log.NextEntry; // the same text in the next contact is the operator's
     EXPECT_FALSE(IsPrefillOnly());
