@@ -51,10 +51,6 @@ std::size_t LeadingRun(std::string_view text, CharacterTest test, std::size_t mo
     return static_cast<std::size_t>(end - head.begin());
 }
 
-bool BeginsWithLetter(std::string_view text) {
-    return !text.empty() && IsLetter(text.front());
-}
-
 Typed ReadField(CharacterTest kept, Blanks blanks) {
     const std::string &field = ExchangeField().Text;
     std::size_t first = 0;
@@ -103,11 +99,22 @@ void ShowRefusal(const char *text, const char *title) {
     ShowMessageBox({text, title, BoxButtons::Ok, BoxIcon::Critical});
 }
 
-void Refuse(const char *text, Part part, const char *title) {
+void MarkRefused(Part part) {
     Entry.ParseError = true;
     Entry.SelStart = ToPosition(part.Start);
     Entry.SelLength = ToPosition(part.Length);
+}
+
+void Refuse(const char *text, Part part, const char *title) {
+    MarkRefused(part);
     ShowRefusal(text, title);
+}
+
+bool BeginsWithNumber(const Typed &typed) {
+    if (typed.Text.empty() || !IsLetter(typed.Text.front()))
+        return true;
+    Refuse("Exchange must begin with a number", PartOf(typed, 0, 1));
+    return false;
 }
 
 } // namespace zrt

@@ -21,7 +21,6 @@ bool IsLetterDigitOrSlash(char c);
 using CharacterTest = bool (*)(char);
 
 bool IsAll(std::string_view text, CharacterTest test); // an empty text is all of anything
-bool BeginsWithLetter(std::string_view text);
 // How many of the first characters pass, `most` of them at most.
 std::size_t LeadingRun(std::string_view text, CharacterTest test,
                        std::size_t most = std::string_view::npos);
@@ -46,14 +45,17 @@ Part EndOfField();
 Part PartOf(const Typed &typed, std::size_t first, std::size_t end);
 
 inline constexpr const char *kIncomplete = "Incomplete Exchange";
-inline constexpr const char *kNumberFirst = "Exchange must begin with a number";
 inline constexpr const char *kMultInvalid = "Multiplier is Invalid.";
 
 // Every parser begins with this: nothing is refused, nothing is to be selected.
 void BeginParse();
-// Refuses the exchange: shows the box and tells LogQso what to select. Without a part the cursor
-// goes to the beginning of the field. May pump.
-void Refuse(const char *text, Part part = {}, const char *title = "Exchange Error");
+// Refuses the exchange: shows the box and tells LogQso what to select: the bad part, or the end of
+// the field where something is missing. May pump.
+void Refuse(const char *text, Part part, const char *title = "Exchange Error");
+// The same without the box.
+void MarkRefused(Part part);
+// Whether the exchange begins with no letter; one that does is refused, the letter selected.
+bool BeginsWithNumber(const Typed &typed);
 // The box alone.
 void ShowRefusal(const char *text, const char *title);
 

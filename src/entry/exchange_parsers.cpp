@@ -40,8 +40,7 @@ struct NumberFirst {
 // Refuses what begins with a letter.
 NumberFirst ReadNumberFirst() {
     NumberFirst field{ReadField(IsLetterDigitOrBlank)};
-    if (BeginsWithLetter(field.All.Text))
-        Refuse(kNumberFirst, PartOf(field.All, 0, 1));
+    (void)BeginsWithNumber(field.All);
     field.Number = LeadingRun(field.All.Text, IsDigitOrBlank, kMostNumberDigits);
     return field;
 }
@@ -63,9 +62,10 @@ void ReadPower(const std::string &text, ParsedExchange &parsed) {
 
 void ReadState(const std::string &text, ParsedExchange &parsed) {
     if (!IsAll(text, IsLetter))
-        Refuse("Enter a valid State or Province abbreviation.");
+        Refuse("Enter a valid State or Province abbreviation.", WholeField());
     else if (FindMult(Multipliers.ArrlMults, text, 1) == 0)
-        Refuse("W/VE Multiplier is Invalid.  Use only the abbreviations in the Multiplier table.");
+        Refuse("W/VE Multiplier is Invalid.  Use only the abbreviations in the Multiplier table.",
+               WholeField());
     else
         parsed.Mult = text;
 }
@@ -130,7 +130,7 @@ void ARRLParse(ParsedExchange &parsed) {
     BeginParse();
     const Typed typed = ReadField(IsLetterOrDigit);
     if (TrimmedField().empty())
-        Refuse(kNoExchange);
+        Refuse(kNoExchange, EndOfField());
     else if (Contest.StationUSVE)
         ReadPower(typed.Text, parsed);
     else
@@ -144,10 +144,8 @@ void CountyParse(ParsedExchange &parsed) {
     const std::string &text = typed.Text;
     std::size_t digits = 0;
     if (Contest.ContestId != kNeqp) {
-        if (BeginsWithLetter(text)) {
-            Refuse(kNumberFirst);
+        if (!BeginsWithNumber(typed))
             return;
-        }
         digits = LeadingRun(text, IsDigit, kMostNumberDigits);
     }
     const std::string_view rest = TrimLeft(std::string_view(text).substr(digits));
@@ -167,7 +165,9 @@ void CQWWParse(ParsedExchange &parsed) {
     const std::size_t callLength = parsed.Call.size() - onCall;
     const std::string zone = onCall > 0 ? parsed.Call.substr(callLength) : ZoneOfField();
     if (!IsFrom(zone, 1, 40)) {
-        Refuse("Enter zone between 1 and 40.", {}, "Invalid Zone");
+        parsed.DigitsOnCall = static_cast<int>(onCall);
+        const Part bad = TrimmedField().empty() ? EndOfField() : WholeField();
+        Refuse("Enter zone between 1 and 40.", bad, "Invalid Zone");
         return;
     }
     parsed.Call.resize(callLength);
@@ -203,7 +203,7 @@ void WPXParse(ParsedExchange &parsed) {
     const std::size_t callLength = parsed.Call.size() - onCall;
     const std::string serial = onCall > 0 ? parsed.Call.substr(callLength) : field;
     if (!IsSerial(serial)) {
-        Entry.ParseError = true;
+        MarkRefused(WholeField());
         parsed.DigitsOnCall = static_cast<int>(onCall);
         return;
     }
@@ -214,18 +214,20 @@ void WPXParse(ParsedExchange &parsed) {
 void NaqpParse(ParsedExchange &parsed) {
     BeginParse();
     if (TrimmedField().empty()) {
-        Refuse(kNoExchange);
+        Refuse(kNoExchange, EndOfField());
         return;
     }
-    const std::string text = ReadField(IsLetterDigitOrBlank).Text;
+    const Typed typed = ReadField(IsLetterDigitOrBlank);
+    const std::string_view text = typed.Text;
     const auto blank = text.find(' ');
-    if (blank == std::string::npos) {
-        Refuse(kIncomplete);
+    const std::string_view mult = TrimLeft(text.substr(std::min(blank, text.size())));
+    // A mark that was dropped is no word.
+    if (blank == 0 || mult.empty()) {
+        Refuse(kIncomplete, EndOfField());
         return;
     }
-    const std::string_view mult = TrimLeft(std::string_view(text).substr(blank));
     if (mult.find(' ') != std::string_view::npos) {
-        Refuse("Exchange Error");
+        Refuse("Exchange Error", PartOf(typed, text.size() - mult.size(), text.size()));
         return;
     }
     parsed.Name = text.substr(0, std::min(blank, kLongestName));
@@ -235,18 +237,18 @@ void NaqpParse(ParsedExchange &parsed) {
 void TenParse(ParsedExchange &parsed) {
     BeginParse();
     if (TrimmedField().empty()) {
-        Refuse(kNoExchange);
+        Refuse(kNoExchange, EndOfField());
         return;
     }
     const std::string text = ReadField(IsLetterOrDigit).Text;
     if (IsAll(text, IsLetter)) {
         if (FindMult(Multipliers.TenMults, text, 1) == 0) {
-            Refuse("W/VE Multiplier is Invalid.");
+            Refuse("W/VE Multiplier is Invalid.", WholeField());
             return;
         }
         Parsers = {0, text};
     } else if (!IsAll(text, IsDigit)) {
-        Refuse("");
+        Refuse("", WholeField());
         return;
     } else if (IsSerial(text)) {
         Parsers = {ValueI16(text), ""};
@@ -270,7 +272,7 @@ void CWOParse(ParsedExchange &parsed) {
     const std::string_view text = typed.Text;
     const std::string_view rest = Trim(text.substr(number));
     if (rest.empty()) {
-        Refuse(kIncomplete);
+        Refuse(kIncomplete, EndOfField());
         return;
     }
     const auto blank = rest.find(' ');

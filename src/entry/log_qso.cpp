@@ -124,15 +124,14 @@ bool AgeIsGood(ParsedExchange &parsed) {
     return false;
 }
 
-// The parser of WPX leaves its box to the pipeline: the number may stand on the call.
-void RefuseWpxNumber(const ParsedExchange &parsed) {
-    ShowMessageBox(
-        {"Number must be between 1 and 9999.", "Invalid Entry", BoxButtons::Ok, BoxIcon::Critical});
+// A number may stand on the call.
+void SelectRefused(const ParsedExchange &parsed) {
     const auto digits = static_cast<std::size_t>(parsed.DigitsOnCall);
     if (digits > 0 && digits <= CallField().Text.size())
         SelectAndFocus(CallField(), CallField().Text.size() - digits, digits);
     else
-        SelectAll(ExchangeField());
+        SelectAndFocus(ExchangeField(), static_cast<std::size_t>(Entry.SelStart),
+                       static_cast<std::size_t>(Entry.SelLength));
 }
 
 bool ExchangeIsGood(ParsedExchange &parsed) {
@@ -144,11 +143,10 @@ bool ExchangeIsGood(ParsedExchange &parsed) {
     QsoHooks.ParseExchange(parsed);
     if (!Entry.ParseError)
         return true;
-    if (Contest.ContestId == kWpx)
-        RefuseWpxNumber(parsed);
-    else
-        SelectAndFocus(ExchangeField(), static_cast<std::size_t>(Entry.SelStart),
-                       static_cast<std::size_t>(Entry.SelLength));
+    if (Contest.ContestId == kWpx) // whose parser leaves its box to the pipeline
+        ShowMessageBox({"Number must be between 1 and 9999.", "Invalid Entry", BoxButtons::Ok,
+                        BoxIcon::Critical});
+    SelectRefused(parsed);
     Entry.ParseError = false; // only now: until here it keeps the field from being filled in
     return false;
 }

@@ -15,7 +15,7 @@ struct ParsedExchange {
     std::string Mult;     // county, state or section as typed
     std::string Prec;     // SS: precedence, one letter
     std::string Check;    // SS: two digits
-    int DigitsOnCall = 0; // WPX: the refused number stands on the end of the call
+    int DigitsOnCall = 0; // CQ WW, WPX: those of a refused number that ends the call
 };
 
 } // namespace zrt

@@ -51,12 +51,10 @@ bool SplitSs(const Typed &typed, SsParts &parts) {
     const std::size_t end = text.size();
     parts.Prec = LeadingRun(text, IsDigit);
     parts.Call = parts.Prec + 1;
-    if (BeginsWithLetter(text)) {
-        Refuse(kNumberFirst, PartOf(typed, 0, 1));
+    if (!BeginsWithNumber(typed))
         return false;
-    }
     if (parts.Prec == end) {
-        Refuse(kIncomplete);
+        Refuse(kIncomplete, EndOfField());
         return false;
     }
     if (std::string_view("ABMQSU").find(text[parts.Prec]) == std::string_view::npos) {
@@ -65,7 +63,7 @@ bool SplitSs(const Typed &typed, SsParts &parts) {
         return false;
     }
     if (end - parts.Call < 4) {
-        Refuse("Multiplier or Check Error");
+        Refuse("Multiplier or Check Error", EndOfField());
         return false;
     }
     if (IsDigit(text[end - 2])) {

@@ -114,14 +114,14 @@ TEST_F(Exchanges, OfArrlDxAreAStateElsewhere) {
 TEST_F(Exchanges, OfArrlDxWithoutAStateAreRefused) {
     Open(kArrlDx);
     Refuse("", "No Exchange", 0, 0);
-    Refuse("   ", "No Exchange", 0, 0);
-    Refuse("100", "Enter a valid State or Province abbreviation.", 0, 0);
-    Refuse("CT1", "Enter a valid State or Province abbreviation.", 0, 0);
+    Refuse("   ", "No Exchange", 3, 0);
+    Refuse("100", "Enter a valid State or Province abbreviation.", 0, 3);
+    Refuse("CT1", "Enter a valid State or Province abbreviation.", 0, 3);
     const char *invalid =
         "W/VE Multiplier is Invalid.  Use only the abbreviations in the Multiplier table.";
-    Refuse("XX", invalid, 0, 0);
-    Refuse("-", invalid, 0, 0); // nothing is left: it matches no row, not even the empty ones
-    Refuse("@", invalid, 0, 0);
+    Refuse("XX", invalid, 0, 2);
+    Refuse("-", invalid, 0, 1); // nothing is left: it matches no row, not even the empty ones
+    Refuse("@", invalid, 0, 1);
 }
 
 TEST_F(Exchanges, OfArrlDxAreAPowerAtAUsStation) {
@@ -201,14 +201,14 @@ TEST_F(Exchanges, OfZrtMayBeAnythingBehindTheNumberInTheState) {
     EXPECT_EQ(Accept("12 XYZ").Mult, "XYZ");
     EXPECT_EQ(Accept("12").Mult, "");
     EXPECT_EQ(Accept("").Number, 0);
-    Refuse("XYZ", "Exchange must begin with a number", 0, 0);
+    Refuse("XYZ", "Exchange must begin with a number", 0, 1);
 }
 
 TEST_F(Exchanges, OfZrtAndPaqpBeginWithANumber) {
     for (const i16 contest : {kZrt, kPaqp}) {
         Open(contest);
-        Refuse("ALD 12", "Exchange must begin with a number", 0, 0);
-        Refuse("ADA", "Exchange must begin with a number", 0, 0);
+        Refuse("ALD 12", "Exchange must begin with a number", 0, 1);
+        Refuse(" .ADA", "Exchange must begin with a number", 2, 1);
     }
 }
 
@@ -280,8 +280,9 @@ TEST_F(Exchanges, OfCqWwNeverTakeTheWholeCallForAZone) {
 
 TEST_F(Exchanges, OfCqWwWithoutAZoneAreRefused) {
     Open(kCqWw);
-    const auto refuse = [](const char *exchange, const char *call) {
-        Refuse(exchange, "Enter zone between 1 and 40.", 0, 0, call, "Invalid Zone");
+    const auto refuse = [](const std::string &exchange, const char *call) {
+        const int length = static_cast<int>(exchange.size());
+        Refuse(exchange, "Enter zone between 1 and 40.", 0, length, call, "Invalid Zone");
     };
     refuse("", "K1ZZ");
     refuse("0", "K1ZZ");
@@ -294,6 +295,15 @@ TEST_F(Exchanges, OfCqWwWithoutAZoneAreRefused) {
     refuse("14", "DL1ABC41"); // a good one in the field does not help
     refuse("14", "TM100");
     refuse("40.4", "K1ZZ");
+    Refuse("  ", "Enter zone between 1 and 40.", 2, 0, "K1ZZ", "Invalid Zone");
+}
+
+TEST_F(Exchanges, OfCqWwTellHowLongARefusedZoneOnTheCallIs) {
+    Open(kCqWw);
+    Answer({BoxAnswer::Ok, BoxAnswer::Ok, BoxAnswer::Ok});
+    EXPECT_EQ(Parse("14", "DL1ABC41").DigitsOnCall, 2);
+    EXPECT_EQ(Parse("14", "DL1ABC0").DigitsOnCall, 1);
+    EXPECT_EQ(Parse("41", "DL1ABC").DigitsOnCall, 0);
 }
 
 // ---- Sprint
@@ -399,12 +409,12 @@ TEST_F(Exchanges, OfSsBeginWithANumber) {
     Refuse(" -A72CT", "Exchange must begin with a number", 2, 1);
 }
 
-TEST_F(Exchanges, OfSsThatAreIncompleteSelectNothing) {
+TEST_F(Exchanges, OfSsThatAreIncompletePutTheCursorAtTheEnd) {
     Open(kSs);
-    Refuse("123", "Incomplete Exchange", 0, 0);
+    Refuse("123", "Incomplete Exchange", 3, 0);
     Refuse("", "Incomplete Exchange", 0, 0);
-    Refuse("123A", "Multiplier or Check Error", 0, 0);
-    Refuse("123A72C", "Multiplier or Check Error", 0, 0);
+    Refuse("123A", "Multiplier or Check Error", 4, 0);
+    Refuse("123A72C ", "Multiplier or Check Error", 8, 0);
 }
 
 TEST_F(Exchanges, OfSsSelectADigitInsideTheSection) {
@@ -420,7 +430,7 @@ TEST_F(Exchanges, OfSsSelectASectionThatIsInNoRow) {
     Refuse("123A72 X Y Z ", "Multiplier is Invalid.", 7, 5);
     Refuse("123A72KP5", "Multiplier is Invalid.", 6, 3);
     Refuse("123AABCD", "Multiplier is Invalid.", 4, 4);    // no limit but the precedence
-    Refuse("123A72/X", "Multiplier or Check Error", 0, 0); // the "/" is no character of it
+    Refuse("123A72/X", "Multiplier or Check Error", 8, 0); // the "/" is no character of it
 }
 
 TEST_F(Exchanges, OfSsHaveTwoTextsForABadCheck) {
@@ -553,6 +563,14 @@ TEST_F(Exchanges, OfWpxWithoutASerialOnTheCallAreRefused) {
     ExpectNoWpx(Parse("", "K1234"), "K1234", 0);
 }
 
+TEST_F(Exchanges, OfWpxThatAreRefusedAreSelectedAsAWhole) {
+    Open(kWpx);
+    Parse(" 10000 ");
+    EXPECT_TRUE(Entry.ParseError);
+    EXPECT_EQ(Entry.SelStart, 0);
+    EXPECT_EQ(Entry.SelLength, 7);
+}
+
 TEST_F(Exchanges, OfWpxTellHowLongARefusedSerialOnTheCallIs) {
     Open(kWpx);
     ExpectNoWpx(Parse("", "K1ZZ0"), "K1ZZ0", 1);
@@ -577,10 +595,13 @@ TEST_F(Exchanges, OfNaqpAreANameAndAMultiplier) {
 TEST_F(Exchanges, OfNaqpThatAreNotTwoWordsAreRefused) {
     Open(kNaqp);
     Refuse("", "No Exchange", 0, 0);
-    Refuse("  ", "No Exchange", 0, 0);
-    Refuse("JOE", "Incomplete Exchange", 0, 0);
-    Refuse("JOE-NH", "Incomplete Exchange", 0, 0);
-    Refuse("JOE NH X", "Exchange Error", 0, 0);
+    Refuse("  ", "No Exchange", 2, 0);
+    Refuse("JOE", "Incomplete Exchange", 3, 0);
+    Refuse("JOE-NH", "Incomplete Exchange", 6, 0);
+    Refuse("JOE NH X", "Exchange Error", 4, 4);
+    Refuse("JOE  NH.X Y ", "Exchange Error", 5, 6);
+    Refuse("JOE .", "Incomplete Exchange", 5, 0); // a mark is no word
+    Refuse(". NH", "Incomplete Exchange", 4, 0);
 }
 
 // ---- ARRL 10 m
@@ -597,10 +618,10 @@ TEST_F(Exchanges, OfTenMeterAreAStateOrASerial) {
 TEST_F(Exchanges, OfTenMeterThatAreNeitherAreRefused) {
     Open(kTenMeter);
     Refuse("", "No Exchange", 0, 0);
-    Refuse("XX", "W/VE Multiplier is Invalid.", 0, 0);
-    Refuse("-", "W/VE Multiplier is Invalid.", 0, 0);
-    Refuse("NH1", "", 0, 0);
-    Refuse("1NH", "", 0, 0);
+    Refuse("XX", "W/VE Multiplier is Invalid.", 0, 2);
+    Refuse("-", "W/VE Multiplier is Invalid.", 0, 1);
+    Refuse("NH1", "", 0, 3);
+    Refuse("1NH", "", 0, 3);
 }
 
 void ExpectSerialBox(std::size_t boxes, const std::string &field) {
@@ -638,8 +659,8 @@ TEST_F(Exchanges, OfTenMeterOutOfRangeAreLoggedAsTheContactBefore) {
 TEST_F(Exchanges, OfTenMeterRememberNothingOfARefusal) {
     Open(kTenMeter);
     Accept("57");
-    Refuse("XX", "W/VE Multiplier is Invalid.", 0, 0);
-    Refuse("NH1", "", 0, 0);
+    Refuse("XX", "W/VE Multiplier is Invalid.", 0, 2);
+    Refuse("NH1", "", 0, 3);
     Answer({BoxAnswer::Ok});
     EXPECT_EQ(Parse("0").Number, 57);
 }
@@ -663,8 +684,8 @@ TEST_F(Exchanges, OfCwOpenAreANumberAndAName) {
 TEST_F(Exchanges, OfCwOpenWithoutANameAreIncomplete) {
     Open(kCwOpen);
     Refuse("", "Incomplete Exchange", 0, 0);
-    Refuse("12", "Incomplete Exchange", 0, 0);
-    Refuse("1234 -", "Incomplete Exchange", 0, 0);
+    Refuse("12", "Incomplete Exchange", 2, 0);
+    Refuse("1234 -", "Incomplete Exchange", 6, 0);
 }
 
 // ---- through LogQso

@@ -313,7 +313,7 @@ TEST_F(LogQsoSteps, TakeAGoodAge) {
 
 TEST_F(LogQsoSteps, SelectTheNumberOfWpxInTheExchangeField) {
     OpenNewLog(kWpx);
-    Recorder.Refuse = true;
+    QsoHooks.ParseExchange = ParseExchange;
     Answer({BoxAnswer::Ok});
     LogContact("K1ZZ", "99999");
     EXPECT_EQ(LastBox().Text, "Number must be between 1 and 9999.");

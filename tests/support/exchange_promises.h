@@ -85,13 +85,16 @@ inline std::string BrokenByRefusal(const ExchangeRun &run) {
         return "nothing is read";
     const auto onCall = static_cast<std::size_t>(parsed.DigitsOnCall);
     if (onCall > call.size() || !IsNumber(call.substr(call.size() - onCall)) ||
-        (onCall > 0 && Contest.ContestId != kWpx))
-        return "the digits of a refused serial end the call";
+        (onCall > 0 && Contest.ContestId != kWpx && Contest.ContestId != kCqWw))
+        return "the digits of a refused number end the call";
     if (Parsers.TenNumber != run.TenBefore.TenNumber || Parsers.TenMult != run.TenBefore.TenMult)
         return "the contact before is remembered";
     if (Entry.SelStart < 0 || Entry.SelLength < 0 ||
         static_cast<std::size_t>(Entry.SelStart + Entry.SelLength) > run.Field.size())
         return "what is selected is in the field";
+    // A caret without a selection says that something is missing, and stands where it goes.
+    if (Entry.SelLength == 0 && static_cast<std::size_t>(Entry.SelStart) != run.Field.size())
+        return "the bad part is selected, or the caret stands at the end";
     return "";
 }
 
@@ -158,7 +161,10 @@ inline std::string BrokenByAcceptance(const ExchangeRun &run) {
         return shortNumber && parsed.Name.size() <= 10 && parsed.Mult.size() <= 5 ? "" : "lengths";
     case kSs: return BrokenBySs(run);
     case kNaqp:
-        return parsed.Name.size() <= 10 && parsed.Mult.find(' ') == std::string::npos ? "" : "mult";
+        return !parsed.Name.empty() && parsed.Name.size() <= 10 && !parsed.Mult.empty() &&
+                       parsed.Mult.find(' ') == std::string::npos
+                   ? ""
+                   : "name and mult";
     case kTenMeter: return BrokenByTen(run);
     case kCwOpen:
         return shortNumber && !parsed.Name.empty() && parsed.Name.size() <= 10 ? "" : "name";
