@@ -125,8 +125,12 @@ void DoExpectBox(const ScriptLine &line) {
 }
 
 void DoExpectNoBox(const ScriptLine & /*line*/) {
-    if (const ShownBox *shown = OldestUnexpected())
-        FailExpectation("no box", TitleAndText(shown->Box));
+    ExpectNoBoxLeft("no box");
+}
+
+void DoSkipBoxes(const ScriptLine & /*line*/) {
+    while (ShownBox *shown = OldestUnexpected())
+        shown->Expected = true;
 }
 
 // ---- ports and sound
@@ -312,6 +316,7 @@ constexpr CommandRow kCommands[] = {
     {"expect-focus", 1, 1, DoExpectFocus, Times::Always},
     {"expect-box", 2, 2, DoExpectBox, Times::Always},
     {"expect-no-box", 0, 0, DoExpectNoBox, Times::Always},
+    {"skip-boxes", 0, 0, DoSkipBoxes, Times::Always},
     {"expect-form", 2, 2, DoExpectForm, Times::Always},
     {"expect-state", 2, 2, DoExpectState, Times::Always},
     {"expect-bytes", 1, kAnyNumber, DoExpectBytes, Times::Always},
@@ -329,6 +334,11 @@ constexpr CommandRow kCommands[] = {
 
 std::span<const CommandRow> ExpectingCommands() {
     return kCommands;
+}
+
+void ExpectNoBoxLeft(const std::string &expected) {
+    if (const ShownBox *shown = OldestUnexpected())
+        FailExpectation(expected, TitleAndText(shown->Box));
 }
 
 } // namespace zrt

@@ -18,6 +18,20 @@ namespace {
     throw ScenarioOver{status};
 }
 
+void SetCurrentLine(int number) {
+    Run.CurrentLine = number;
+    if (Run.SharedLine != nullptr)
+        *Run.SharedLine = number;
+}
+
+// The end of the file, in whatever depth of dialogs it comes.
+void ReachTheEnd() {
+    if (Run.Lines.empty())
+        return;
+    SetCurrentLine(Run.Lines.back().Number);
+    ExpectNoBoxLeft("no box left at the end");
+}
+
 // Runs the next line that is no comment. False at the end of the file.
 bool RunNextLine() {
     while (Run.Cursor < Run.Lines.size()) {
@@ -31,6 +45,7 @@ bool RunNextLine() {
             Print((text == std::string::npos ? std::string() : line.Text.substr(text)) + "\n");
         }
     }
+    ReachTheEnd();
     return false;
 }
 
@@ -39,12 +54,6 @@ bool OperatorActs() {
     if (!RunNextLine())
         throw ScenarioOver{kHolds};
     return true;
-}
-
-void SetCurrentLine(int number) {
-    Run.CurrentLine = number;
-    if (Run.SharedLine != nullptr)
-        *Run.SharedLine = number;
 }
 
 void CheckTimes(const CommandRow &command) {

@@ -50,6 +50,9 @@ std::span<const CommandRow> SetupCommands();
 std::span<const CommandRow> ActingCommands();
 std::span<const CommandRow> ExpectingCommands();
 
+// Fails, with the oldest box that no line has expected, if there is one.
+void ExpectNoBoxLeft(const std::string &expected);
+
 const CommandRow *FindCommand(std::string_view name);
 void RunLine(const ScriptLine &line);
 void StartProgramUnderTest();

@@ -76,7 +76,7 @@ TEST(Scenario, ListNamesEveryControlWithKindAndPurpose) {
 }
 
 TEST(Scenario, TracePrintsLinesBoxesAndBytes) {
-    const Result result = Play("start\nanswer No\nmenu mnuAsk\nkey F1\n", "--trace");
+    const Result result = Play("start\nanswer No\nmenu mnuAsk\nkey F1\nskip-boxes\n", "--trace");
     EXPECT_EQ(result.Status, kHolds);
     EXPECT_TRUE(Contains(result.Output, "test.scn:3: menu mnuAsk\n"));
     EXPECT_TRUE(
@@ -242,7 +242,7 @@ TEST(Scenario, ClicksReachEveryKindOfControl) {
 }
 
 TEST(Scenario, MenusAreChosenUnlessHiddenOrDisabled) {
-    Holds("answer Yes\nmenu mnuAsk\nexpect lblResult.Caption \"yes\"");
+    Holds("answer Yes\nmenu mnuAsk\nexpect lblResult.Caption \"yes\"\nskip-boxes");
     Refused("menu mnuHidden", "the menu entry mnuHidden is hidden");
     Refused("menu mnuDisabled", "the menu entry mnuDisabled is disabled");
     Refused("menu mnuOffChild", "the menu entry mnuOff is disabled");
@@ -317,7 +317,7 @@ TEST(Scenario, AFileMayEndInsideADialog) {
 
 TEST(Scenario, BoxesTakeTheirAnswers) {
     Holds("answer \"No\"\nanswer \"Yes\"\nmenu mnuAsk\nexpect lblResult.Caption \"no\"\n"
-          "menu mnuAsk\nexpect lblResult.Caption \"yes\"");
+          "menu mnuAsk\nexpect lblResult.Caption \"yes\"\nskip-boxes");
     Refused("answer Perhaps", "no box has a button Perhaps");
     Fails("menu mnuAsk", "no answer for the box \"Question\" \"Really\ndo it?\" [Yes, No]");
     const Result result = Play("start\nanswer Retry\nmenu mnuAsk\n");
@@ -382,7 +382,7 @@ TEST(Scenario, RepliesFollowWhatIsWritten) {
 }
 
 TEST(Scenario, ExitEndsTheProgramAndTheFilesCanBeLookedAt) {
-    Holds("answer Cancel\nexit\nkey A\nanswer Ok\nexit\nexpect-hex bye.txt 0 \"bye\"");
+    Holds("answer Cancel\nexit\nkey A\nanswer Ok\nexit\nexpect-hex bye.txt 0 \"bye\"\nskip-boxes");
     Refused("answer Ok\nexit\nkey A", "the program has ended");
     Fails("exit", R"(no answer for the box "Fake" "Leave?" [Ok, Cancel])");
 }
@@ -430,9 +430,35 @@ TEST(Scenario, ExpectBoxTakesTheOldestBox) {
           R"(expected the box "Question" "Really?" got "Question" "Really\ndo it?")");
     Fails(two + R"(expect-box "Fake" "*")",
           R"(expected the box "Fake" "*" got "Question" "Really\ndo it?")");
+    // The beginning of a title or of a text is not the whole.
+    Fails(two + R"(expect-box "Question" "Really")",
+          R"(expected the box "Question" "Really" got "Question" "Really\ndo it?")");
+    Fails(two + R"(expect-box "Quest" "*")",
+          R"(expected the box "Quest" "*" got "Question" "Really\ndo it?")");
+    Fails(two + R"(expect-box "" "")", R"(expected the box "" "" got "Question" "Really\ndo it?")");
     Fails(R"(expect-box "*" "*")", R"(expected the box "*" "*" got no box)");
     Fails(two + "expect-box \"*\" \"*\"\nexpect-no-box",
           R"(expected no box got "Question" "Really\ndo it?")");
+}
+
+TEST(Scenario, ABoxLeftUnexpectedFailsAtTheEndOfTheFile) {
+    const std::string got = R"(expected no box left at the end got "Question" "Really\ndo it?")";
+    Fails("answer Yes\nmenu mnuAsk\nkey A", got);
+    Fails("answer No\nanswer Yes\nmenu mnuAsk\nmenu mnuAsk\nexpect-box \"*\" \"*\"", got);
+    Fails("answer Yes\nmenu mnuAsk\nrestart\nkey A", got);
+    // The file may end inside a dialog, or after the program.
+    Fails("answer Yes\nmenu mnuAsk\nclick cmdGo\nkey A", got);
+    Fails("answer Ok\nexit", R"(expected no box left at the end got "Fake" "Leave?")");
+    const Result here = PlayHere("start\nanswer Yes\nmenu mnuAsk\n# the end\n");
+    EXPECT_EQ(here.Status, kFails);
+    EXPECT_TRUE(Contains(here.Output, got)) << here.Output;
+}
+
+TEST(Scenario, SkipBoxesLooksAtTheBoxesSoFar) {
+    Holds("answer Yes\nanswer Yes\nmenu mnuAsk\nmenu mnuAsk\nskip-boxes\nexpect-no-box");
+    Fails("answer Yes\nanswer Yes\nmenu mnuAsk\nskip-boxes\nmenu mnuAsk",
+          R"(expected no box left at the end got "Question" "Really\ndo it?")");
+    Holds("skip-boxes");
 }
 
 TEST(Scenario, ExpectFormSeesWindows) {
@@ -463,8 +489,21 @@ TEST(Scenario, ExpectPlayedSeesTheWavesStarted) {
                  "expect lblResult.Caption \"played 250\"");
     Fails(play + "expect-played \"B.wav\"", R"(expected the waves "B.wav" got "A.wav")");
     Fails("expect-played \"B.wav\"", "expected the waves \"B.wav\" got none");
+    // Each wave is named, in its order, and no other one.
+    const std::string twice = play + "wait 250\nmenu mnuPlay\n";
+    Holds(twice + "expect-played \"A.wav\" \"A.wav\"");
+    Fails(twice + "expect-played \"A.wav\"", R"(expected the waves "A.wav" got "A.wav" "A.wav")");
+    Fails(twice + "expect-played", R"(expected the waves got "A.wav" "A.wav")");
+    Fails(play + "expect-played \"A.wav\" \"A.wav\"",
+          R"(expected the waves "A.wav" "A.wav" got "A.wav")");
     Holds("menu mnuPlay\nexpect lblResult.Caption \"sound error 30304\"");
     Refused("put-wave A.wav long", "not a length in milliseconds: long");
+}
+
+TEST(Scenario, ExpectTextLooksForAPart) {
+    Holds("expect-text data.txt \"hip\"");
+    Fails("expect-text data.txt \"hop\"",
+          R"(expected data.txt to hold "hop" got a file without it)");
 }
 
 TEST(Scenario, ExpectFileComparesLines) {
@@ -488,6 +527,17 @@ TEST(Scenario, ExpectFileMatchesComparesBytes) {
     EXPECT_EQ(result.Status, kFails);
     EXPECT_TRUE(Contains(result.Output, "a difference at offset 2: expected 6F")) << result.Output;
     EXPECT_EQ(Play("expect-file-matches data.txt none.txt\n").Status, kNotUnderstood);
+    const std::string equal = " to equal golden.txt (9 bytes) got a difference at offset ";
+    const Result longer = Play("put-hex a \"shipped\" 0D0A 00\nexpect-file-matches a golden.txt\n");
+    EXPECT_EQ(longer.Status, kFails);
+    EXPECT_TRUE(Contains(longer.Output, "expected a (10 bytes)" + equal + "9: expected  got 00"))
+        << longer.Output;
+    const Result shorter = Play("put-hex a \"shipped\"\nexpect-file-matches a golden.txt\n");
+    EXPECT_EQ(shorter.Status, kFails);
+    EXPECT_TRUE(Contains(shorter.Output, "expected a (7 bytes)" + equal + "7: expected 0D 0A"))
+        << shorter.Output;
+    const Result empty = Play("put-hex a \"\"\nexpect-file-matches a golden.txt\n");
+    EXPECT_EQ(empty.Status, kFails);
 }
 
 TEST(Scenario, ExpectHexSizeAndNoFileLookAtTheFolder) {
@@ -507,7 +557,7 @@ TEST(Scenario, ExpectHexSizeAndNoFileLookAtTheFolder) {
 TEST(Scenario, ShowPrintsWithoutExpecting) {
     const Result result = Play("start\nanswer Yes\nmenu mnuAsk\nkey F1\nshow lblResult\n"
                                "show lblResult.ForeColor\nshow state Ticks\nshow file data.txt\n"
-                               "show boxes\nshow bytes Com3\nshow Other\nshow lines\n");
+                               "show boxes\nshow bytes Com3\nshow Other\nshow lines\nskip-boxes\n");
     EXPECT_EQ(result.Status, kHolds);
     EXPECT_EQ(result.Output, "lblResult Caption=\"sent\" ForeColor=\"LightRed\"\n"
                              "lblResult.ForeColor \"LightRed\"\n"
