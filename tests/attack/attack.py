@@ -11,11 +11,12 @@ import sys
 import unittest
 
 import attack_disk
+import attack_harness
 import attack_paths
 import attack_sharing
 import attack_signals
 
-MODULES = (attack_sharing, attack_disk, attack_signals, attack_paths)
+MODULES = (attack_harness, attack_sharing, attack_disk, attack_signals, attack_paths)
 SKIPPED = 77
 
 

@@ -1,6 +1,7 @@
 """Disks that are full, broken, or odd."""
 
 import re
+import signal
 import unittest
 
 from attack_kit import Attack, Gone, NeverCame
@@ -51,7 +52,7 @@ class FirstStart(Attack):
         self.assert_complete(disk / "zrtlog")
 
     def test_each_full_size_leaves_no_half_data_file(self):
-        for size in (4, 8, 16, 32, 128, 200, 400, 700, 900):
+        for size in (8, 128, 400, 700):
             with self.case(f"{size}k"):
                 disk = self.tmpfs(f"{size}k", f"a{size}")
                 operator = self.operator(f"a{size}", filled=False)
@@ -62,8 +63,8 @@ class FirstStart(Attack):
                 self.assert_complete(disk / "zrtlog")
 
     def test_kill_at_the_first_start_leaves_no_half_data_file(self):
-        for call in ("pwrite", "write", "fdatasync", "fsync", "rename"):
-            for count in (1, 2, 5, 9):
+        for call in ("pwrite", "write", "fdatasync", "rename"):
+            for count in (1, 5):
                 with self.case(f"{call} {count}"):
                     operator = self.operator(f"{call}{count}", filled=False)
                     operator.program.faults = f"{call}:{count}:KILL"
@@ -93,7 +94,8 @@ class FirstStart(Attack):
             if file.suffix != ".ini":
                 file.unlink()
         self.start_somehow(operator)
-        self.assert_complete(operator.program.folder)
+        for name in ("cty.dat", "master.scp", "callmtch.dat", "ZRTLOG126.DAT"):
+            self.assertTrue((operator.program.folder / name).exists(), f"{name} is missing")
 
 
 class Folders(Attack):
@@ -104,7 +106,7 @@ class Folders(Attack):
                      "opendir:1+:EACCES"):
             for filled in (True, False):
                 with self.case(f"{rule}, {'filled' if filled else 'first start'}"):
-                    name = re.sub(r"\W", "", rule) + str(filled)
+                    name = rule.replace(":", "-") + str(filled)
                     operator = self.operator(name, filled=filled)
                     operator.program.faults = rule
                     operator.program.start()
@@ -250,28 +252,32 @@ class FullDisk(Attack):
 class SaveAs(Attack):
     """Save As while each of its calls fails once, or the power goes at it."""
 
-    CALLS = ("open", "pwrite", "write", "pread", "fdatasync", "fsync", "close", "rename", "unlink",
-             "flock")
+    CALLS = ("open", "pwrite", "pread", "fdatasync", "close", "rename", "unlink", "flock")
+    RARE = ("fdatasync", "rename", "unlink", "flock")
 
     def test_save_as_with_each_call_failing_once(self):
+        hits = 0
         for call in self.CALLS:
-            for count in (1, 2):
+            for count in (1,) if call in self.RARE else (1, 2):
                 with self.case(f"{call} {count}"):
                     operator = self.open_log(4, f"{call}{count}")
                     target = self.shared / f"{call}{count}.ZRT"
                     operator.program.fail(f"{call}:*.[zZ][rR]*:{count}:EIO")
                     operator.save_as(target)
                     operator.program.fail("")
+                    hits += any(line.startswith("FAILED") for line in operator.program.recorded())
                     operator.log_some(1)
                     if operator.log != target:
                         self.assertTrue(operator.save_as(target))
                     self.assert_kept(operator.journal, target)
                     operator.program.kill()
                     self.assert_kept(operator.journal, target)
+        self.assertGreater(hits, len(self.CALLS) // 2, "the attack missed")
 
     def test_save_as_with_the_power_gone_at_each_call(self):
+        hits = 0
         for call in self.CALLS:
-            for count in (1, 2):
+            for count in (1,) if call in self.RARE else (1, 2):
                 with self.case(f"{call} {count}"):
                     operator = self.open_log(4, f"k{call}{count}")
                     target = self.shared / f"k{call}{count}.ZRT"
@@ -280,11 +286,12 @@ class SaveAs(Attack):
                         operator.save_as(target)
                         operator.program.kill()
                     except Gone:
-                        operator.program.wait()
+                        hits += operator.program.wait() == -signal.SIGKILL
                     places = [operator.program.temporary_log, target]
                     kept = [path for path in places
                             if path.exists() and not operator.journal.compare(path)]
                     self.assertTrue(kept, f"in neither of {places}")
+        self.assertGreater(hits, len(self.CALLS) // 2, "the attack missed")
 
 
 if __name__ == "__main__":

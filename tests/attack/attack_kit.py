@@ -51,7 +51,7 @@ class Attack(unittest.TestCase):
 
     def program(self, name="a", **options):
         """A program with a folder of its own; it is killed at the end."""
-        program = Program(self.work / name, under=(self.shared,), say=self.say, **options)
+        program = Program(self.work / name.replace("+", "on"), under=(self.shared,), say=self.say, **options)
         self.programs.append(program)
         self.addCleanup(program.remove)
         self.addCleanup(lambda: self.keep_record(program))

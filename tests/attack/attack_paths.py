@@ -4,8 +4,7 @@ import os
 import stat
 import unittest
 
-from attack_kit import Attack, NOBODY, cut
-from session import OPEN_TITLE
+from attack_kit import Attack, cut
 
 MOST_MEMORY_KB = 600_000  # of a program that has read nothing large
 
@@ -35,7 +34,7 @@ class SideFiles(Attack):
         self.write_in_all_ways(operator, self.shared / "s.ZRT")
         for path in own:
             self.assertTrue(path.exists(), f"{path.name} is gone")
-            self.assertEqual(path.read_text(), "mine\n", f"{path.name} was written over")
+            self.assertEqual(path.read_bytes(), b"mine\n", f"{path.name} was written over")
 
     def test_planted_links_are_not_followed(self):
         operator = self.open_log(3)
@@ -49,7 +48,7 @@ class SideFiles(Attack):
                 victims.append(victim)
         self.write_in_all_ways(operator, self.shared / "s.ZRT")
         for victim in victims:
-            self.assertEqual(victim.read_text(), "not yours\n", f"{victim.name} was written over")
+            self.assertEqual(victim.read_bytes(), b"not yours\n", f"{victim.name} was written over")
         self.assertFalse((self.shared / "s.ZRT").is_symlink())
 
     def test_linked_log_and_settings_stay_links_and_keep_their_modes(self):
@@ -142,6 +141,7 @@ class KindsOfFiles(Attack):
                 operator.start()
                 text = operator.open_recent()
                 self.assertTrue(text, "it was opened")
+                self.assertIsNone(operator.next_number(), f"it was opened; the box says {text!r}")
                 self.assertLess(self.memory_kb(program), MOST_MEMORY_KB)
                 operator.new_log()
                 operator.log_some(1)
@@ -152,10 +152,7 @@ class KindsOfFiles(Attack):
             with self.case(thing.name):
                 operator = self.operator(thing.stem)
                 program = operator.program
-                if thing.is_fifo() or thing.is_dir() or thing.is_symlink():
-                    thing.rename(program.temporary_log)
-                else:
-                    os.rename(thing, program.temporary_log)
+                thing.rename(program.temporary_log)
                 program.start()
                 self.assertIsNone(self.ends(program, "Cancel", "No", "Ok", seconds=20))
                 self.assertLess(self.memory_kb(program), MOST_MEMORY_KB)

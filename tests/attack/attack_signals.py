@@ -92,10 +92,7 @@ class Signals(Attack):
         self.assertEqual(operator.warning(), "")
         self.assert_kept(operator.journal, operator.log)
 
-    def test_loss_of_the_x_server_writes_contacts_and_settings_first(self):
-        for tool in ("Xvfb", "openbox"):
-            if shutil.which(tool) is None:
-                self.skipTest(f"there is no {tool}")
+    def start_server(self):
         reading, writing = os.pipe()
         server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0",
                                    "1366x768x24", "-nolisten", "tcp"], pass_fds=[writing],
@@ -103,8 +100,14 @@ class Signals(Attack):
         self.addCleanup(server.wait)
         self.addCleanup(server.kill)
         os.close(writing)
-        display = ":" + os.read(reading, 20).decode().strip()
-        os.close(reading)
+        with open(reading) as numbers:
+            return server, ":" + numbers.readline().strip()
+
+    def test_loss_of_the_x_server_writes_contacts_and_settings_first(self):
+        for tool in ("Xvfb", "openbox"):
+            if shutil.which(tool) is None:
+                self.skipTest(f"there is no {tool}")
+        server, display = self.start_server()
         manager = subprocess.Popen(["openbox"], env={**os.environ, "DISPLAY": display},
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.addCleanup(manager.wait)

@@ -165,7 +165,7 @@ void ReadRulesAnew() {
     const auto got = REAL(pread)(file, text.data(), text.size(), 0);
     REAL(close)(file);
     SetRules(std::string_view(text).substr(0, static_cast<std::size_t>(std::max<ssize_t>(got, 0))));
-    Write("rules " + std::string(text.empty() ? "none\n" : text));
+    Write("rules " + (text.empty() ? "none" : text) + "\n");
 }
 
 std::string PathOfHandle(int handle) {

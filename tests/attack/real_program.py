@@ -14,7 +14,7 @@ import tempfile
 import time
 from pathlib import Path
 
-PATIENCE = 60  # seconds; a machine under load is slow, not dead
+PATIENCE = 30  # seconds; a machine under load is slow, not dead
 TEMPORARY_LOG = "!temp%!!.zrb"
 
 

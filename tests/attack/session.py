@@ -2,6 +2,7 @@
 who looks for it in the file."""
 
 import re
+import struct
 import sys
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -98,9 +99,10 @@ class Journal:
         data = Path(path).read_bytes() if Path(path).exists() else None
         if data is None:
             return [f"no file {path}"] if needed else []
-        if len(data) < 26:
-            return [f"{path} has {len(data)} bytes"]
-        entries = read_log(data).entries
+        try:
+            entries = read_log(data).entries
+        except (struct.error, KeyError):
+            return [f"no log any more: {path} of {len(data)} bytes"]
         complaints = []
         for contact in self.contacts:
             if contact.number > len(entries):
