@@ -6,21 +6,10 @@ import subprocess
 import unittest
 
 from attack_kit import AS_NOBODY, NOBODY, Attack, NeverCame, cut
-from session import OPEN_TITLE
 
 
 class TwoCopies(Attack):
     """Two copies with folders of their own, and one log file."""
-
-    def open_by_dialog(self, operator, path):
-        """The text of the box that refuses, or none when the log is open."""
-        program = operator.program
-        program.act("menu mnuFileOpen")
-        program.answer_file(path, OPEN_TITLE)
-        program.until(lambda: program.box() is not None or operator.next_number() is not None,
-                      "neither log nor box")
-        texts = self.through_boxes(program, "Ok", "Cancel", "No")
-        return " ".join(texts) if operator.next_number() is None else None
 
     def second_copy(self):
         second = self.operator("b")
@@ -28,7 +17,7 @@ class TwoCopies(Attack):
         return second
 
     def assert_refused(self, first, second, path):
-        refusal = self.open_by_dialog(second, path)
+        refusal = second.open_log(path)
         if refusal is None:  # then show what comes of it
             second.journal = first.journal
             second.log = first.log
@@ -59,7 +48,7 @@ class TwoCopies(Attack):
             with self.subTest(other):
                 second = self.operator(other)
                 second.start()
-                refusal = self.open_by_dialog(second, self.shared / other)
+                refusal = second.open_log(self.shared / other)
                 self.assertIsNotNone(refusal, "a second copy has opened the same log")
 
     def test_second_copy_does_not_save_over_a_log_that_is_open(self):
@@ -78,7 +67,7 @@ class TwoCopies(Attack):
         first = self.open_log(3, saved=log)
         second = self.second_copy()
         first.program.kill()
-        self.assertIsNone(self.open_by_dialog(second, log))
+        self.assertIsNone(second.open_log(log))
         second.journal = first.journal
         second.log = log
         second.log_some(1)
@@ -91,7 +80,7 @@ class TwoCopies(Attack):
         second.program.act("list lstContest 12", "click cmdOK")
         third = self.operator("c")
         third.start()
-        self.assertIsNone(self.open_by_dialog(third, log))
+        self.assertIsNone(third.open_log(log))
         self.assertEqual(third.next_number(), 5)
 
 

@@ -1,10 +1,10 @@
-// A library to preload: fails calls of libc in the program under attack, and keeps a record of those
-// calls that touch files. See README.md for the rules.
+// A library to preload: fails calls of libc in the program under attack, and keeps a record of
+// those calls that touch files. See README.md for the rules.
 //
 //   ZRT_FAIL_UNDER   the folders whose files count, separated by ":"; other calls pass untouched
 //   ZRT_FAIL         rules from the start on
-//   ZRT_FAIL_FILE    a file of rules that take their place as soon as it is there, or is another one
-//   ZRT_FAIL_RECORD  where the record goes
+//   ZRT_FAIL_FILE    a file of rules that take their place as soon as it is there, or is another
+//   one ZRT_FAIL_RECORD  where the record goes
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -37,15 +37,15 @@ struct ErrorName {
 };
 
 constexpr ErrorName kErrorNames[] = {
-    {"KILL", kKill},         {"SHORT", kShort},   {"EPERM", EPERM},
-    {"ENOENT", ENOENT},      {"EINTR", EINTR},    {"EIO", EIO},
-    {"ENXIO", ENXIO},        {"EBADF", EBADF},    {"EAGAIN", EAGAIN},
-    {"ENOMEM", ENOMEM},      {"EACCES", EACCES},  {"EBUSY", EBUSY},
-    {"EEXIST", EEXIST},      {"EXDEV", EXDEV},    {"ENODEV", ENODEV},
-    {"ENOTDIR", ENOTDIR},    {"EISDIR", EISDIR},  {"EINVAL", EINVAL},
-    {"ENFILE", ENFILE},      {"EMFILE", EMFILE},  {"EFBIG", EFBIG},
-    {"ENOSPC", ENOSPC},      {"EROFS", EROFS},    {"ENOLCK", ENOLCK},
-    {"ENOSYS", ENOSYS},      {"EDQUOT", EDQUOT},  {"ESTALE", ESTALE},
+    {"KILL", kKill},          {"SHORT", kShort},          {"EPERM", EPERM},
+    {"ENOENT", ENOENT},       {"EINTR", EINTR},           {"EIO", EIO},
+    {"ENXIO", ENXIO},         {"EBADF", EBADF},           {"EAGAIN", EAGAIN},
+    {"ENOMEM", ENOMEM},       {"EACCES", EACCES},         {"EBUSY", EBUSY},
+    {"EEXIST", EEXIST},       {"EXDEV", EXDEV},           {"ENODEV", ENODEV},
+    {"ENOTDIR", ENOTDIR},     {"EISDIR", EISDIR},         {"EINVAL", EINVAL},
+    {"ENFILE", ENFILE},       {"EMFILE", EMFILE},         {"EFBIG", EFBIG},
+    {"ENOSPC", ENOSPC},       {"EROFS", EROFS},           {"ENOLCK", ENOLCK},
+    {"ENOSYS", ENOSYS},       {"EDQUOT", EDQUOT},         {"ESTALE", ESTALE},
     {"ETIMEDOUT", ETIMEDOUT}, {"EOPNOTSUPP", EOPNOTSUPP}, {"ENAMETOOLONG", ENAMETOOLONG},
 };
 
@@ -116,8 +116,9 @@ Rule ParseRule(const std::string &text) {
         rule.Last = INT32_MAX;
     else if (*end == '-')
         rule.Last = std::strtol(end + 1, nullptr, 10);
-    const auto *error = std::find_if(std::begin(kErrorNames), std::end(kErrorNames),
-                                     [&](const ErrorName &row) { return parts.back() == row.Name; });
+    const auto *error =
+        std::find_if(std::begin(kErrorNames), std::end(kErrorNames),
+                     [&](const ErrorName &row) { return parts.back() == row.Name; });
     if (rule.First < 1 || rule.Last < rule.First || error == std::end(kErrorNames))
         Refuse(text);
     rule.Error = error->Number;
@@ -148,8 +149,8 @@ void MakeReady() {
     lib.RuleFile = Setting("ZRT_FAIL_FILE");
     SetRules(Setting("ZRT_FAIL"));
     if (*Setting("ZRT_FAIL_RECORD") != 0)
-        lib.Record = REAL(open)(Setting("ZRT_FAIL_RECORD"),
-                                O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
+        lib.Record =
+            REAL(open)(Setting("ZRT_FAIL_RECORD"), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
 }
 
 // The driver renames a new file of rules into place: another inode, another set of rules.
@@ -214,7 +215,8 @@ class Call {
     }
 
     // Ends the call: `result` is what the program gets.
-    template <class Result> Result Done(Result result, const std::string &more = "", int handle = -1) {
+    template <class Result>
+    Result Done(Result result, const std::string &more = "", int handle = -1) {
         if (!Counts)
             return result;
         const int kept = errno;

@@ -189,24 +189,24 @@ class Session:
             self.reported += len(journal.contacts) - there
             self.say(f"reported, and not on the disk: {len(journal.contacts) - there}")
             del journal.contacts[there:]
-        elif there > len(journal.contacts) and journal.ghost is not None:
-            self.say("the killed contact is back")
-            journal.contacts.append(journal.ghost)
+        for number in range(len(journal.contacts) + 1, there + 1):
+            self.say(f"the killed contact {number} is back")
+            journal.contacts.append(journal.ghosts[number])
             self.killed -= 1
-        journal.ghost = None
+        journal.ghosts.clear()
         journal.safe = len(journal.contacts)
 
     def go_on(self):
         operator, program = self.operator, self.program
         operator.start(recover=True if self.saved is None else None)
         if self.saved is not None:
-            refusal = operator.open_recent()
+            refusal = operator.open_log(self.saved)
             assert refusal is None, f"the log does not open again: {refusal}"
         program.until(lambda: operator.next_number() == len(self.journal.contacts) + 1,
                       f"{len(self.journal.contacts)} contacts are not there again")
 
     def leave_and_come_back(self):
-        if self.operator.warning() or self.broken:
+        if self.operator.warning() or self.broken or self.is_full:
             return
         target = self.saved or self.shared / "exit.ZRT"
         self.operator.exit(save=None if self.saved else target)
@@ -220,13 +220,10 @@ class Session:
             return
         home = self.work / "second"
         second = Program(home, say=self.say)
-        settings = second.folder / "zrtlog125.ini"
-        text = settings.read_text()
-        settings.write_text(text.replace("RecentFile1=", f"RecentFile1={self.saved}\nOld=", 1))
         try:
             other = Operator(second, say=lambda text: self.say("  second copy: " + text))
             other.start()
-            if other.open_recent() is None:
+            if other.open_log(self.saved) is None:
                 raise AssertionError("a second copy has opened the same log")
         finally:
             second.remove()

@@ -79,17 +79,18 @@ class Journal:
     contest: Contest
     contacts: list = field(default_factory=list)
     safe: int = 0  # of them were on the disk when the program last did not warn
-    ghost: Contact | None = None  # killed by the operator; its bytes may stay behind the others
+    ghosts: dict = field(default_factory=dict)  # killed ones, whose bytes may stay behind, by number
     refused: int = 0
 
     def add(self, contact, warned):
         self.contacts.append(contact)
-        self.ghost = None
+        self.ghosts.pop(contact.number, None)
         if not warned:
             self.safe = len(self.contacts)
 
     def kill_last(self):
-        self.ghost = self.contacts.pop()
+        killed = self.contacts.pop()
+        self.ghosts[killed.number] = killed
         self.safe = min(self.safe, len(self.contacts))
 
     def compare(self, path, needed=None):
@@ -116,8 +117,9 @@ class Journal:
             stored = data[contact.number * ENTRY:(contact.number + 1) * ENTRY]
             if not wrong and contact.record is not None and stored != contact.record:
                 complaints.append(f"bytes changed: {contact}")
-        for entry in entries[len(self.contacts):]:
-            if self.ghost is None or differences(self.contest, self.ghost, entry):
+        for number, entry in enumerate(entries[len(self.contacts):], len(self.contacts) + 1):
+            ghost = self.ghosts.get(number)
+            if ghost is None or differences(self.contest, ghost, entry):
                 complaints.append(f"nobody has logged this: {entry.sent} {entry.call!r}")
         return complaints
 
@@ -254,6 +256,20 @@ class Operator:
             self.log = Path(path)
         self.say(f"Save As {path}: {'done' if saved else 'refused'}")
         return saved
+
+    def open_log(self, path):
+        """Opens a log by the file dialog; the text of the boxes that refuse it, or none."""
+        program = self.program
+        program.act("menu mnuFileOpen")
+        program.answer_file(path, OPEN_TITLE)
+        program.until(lambda: program.box() is not None or self.next_number() is not None,
+                      "neither log nor box")
+        texts = []
+        while (text := program.box()) is not None:
+            self.say(f"box {program.window()!r}: {text!r}")
+            texts.append(text)
+            program.answer_any("Ok", "Cancel", "No")
+        return None if self.next_number() is not None else " ".join(texts)
 
     def open_recent(self, row=1):
         """Opens a recent log; the text of the box that refuses it, or none."""
