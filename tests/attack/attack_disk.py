@@ -264,6 +264,7 @@ class SaveAs(Attack):
                     target = self.shared / f"{call}{count}.ZRT"
                     operator.program.fail(f"{call}:*.[zZ][rR]*:{count}:EIO")
                     operator.save_as(target)
+                    self.assert_kept(operator.journal, operator.log)  # under its name of now
                     operator.program.fail("")
                     hits += any(line.startswith("FAILED") for line in operator.program.recorded())
                     operator.log_some(1)
