@@ -54,15 +54,12 @@ void SetText(TextBox &box, const std::string &text) {
 }
 
 // What is typed or pasted beyond the field's length goes at once, so that the operator sees what
-// is kept. A text from elsewhere may be of several lines; those of the program's files are of one.
+// is kept.
 void Fit(TextBox &box, std::size_t length) {
-    std::string text(CutAt(box.Text, length));
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+    const std::string text(CutAt(box.Text, length));
     if (text == box.Text)
         return;
-    box.Text = std::move(text);
+    box.Text = text;
     const int end = static_cast<int>(box.Text.size());
     box.SelStart = std::min(box.SelStart, end);
     box.SelLength = std::min(box.SelLength, end - box.SelStart);

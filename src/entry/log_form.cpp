@@ -48,6 +48,34 @@ int ExchangeColumns() {
     }
 }
 
+// ---- what the fields take, whichever way it comes
+
+bool IsAlphanumeric(int c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+}
+
+bool IsOneOf(std::string_view marks, int c) {
+    return c < 0x80 && marks.find(static_cast<char>(c)) != std::string_view::npos;
+}
+
+// Of calls and typed commands.
+bool CallTakes(int c) {
+    return IsAlphanumeric(c) || IsOneOf("/.?", c);
+}
+
+// Notes are kept as they are typed, but for the quotation marks, which are keys. The letters are
+// those that a record has a byte for.
+bool NotesTake(int c) {
+    const bool letter = c >= 0xC0 && c <= 0xFF && c != 0xD7 && c != 0xF7;
+    return letter || (c >= ' ' && c <= '~' && !IsOneOf("\"'`", c));
+}
+
+// The parsers read letters, digits and "/"; the other marks stand between them.
+bool ExchangeTakes(int c) {
+    return Contest.ContestId == kGeneric ? NotesTake(c)
+                                         : IsAlphanumeric(c) || IsOneOf(" /.,?+-", c);
+}
+
 void EnableLogMenus(bool enabled) {
     LogForm.mnuFileSave.Enabled = enabled;
     LogForm.mnuFileBackup.Enabled = enabled && Log.LogState == kUsersName;
@@ -103,6 +131,8 @@ void NameMenus() {
 void RegisterLogForm() {
     LogForm = {};
     LogForm.Caption = "ZRTLOG";
+    CallField().Takes = CallTakes;
+    ExchangeField().Takes = ExchangeTakes;
     NameMenus();
     std::vector<NamedControl> controls = {
         {"InData(0)", &LogForm.InData[0], "Call"},

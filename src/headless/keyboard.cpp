@@ -1,6 +1,8 @@
 #include "headless/keyboard.h"
 
 #include "headless/devices.h"
+#include "platform/field_text.h"
+#include "platform/utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -74,42 +76,6 @@ KeyStroke StrokeOfCharacter(int character) {
     return {kKeyOfOtherCharacter, 0, character};
 }
 
-// Takes the first character of a UTF-8 text; a broken one counts as its first byte.
-int TakeCharacter(std::string_view &text) {
-    const auto lead = static_cast<unsigned char>(text.front());
-    std::size_t length = 1;
-    unsigned character = lead;
-    if (lead >= 0xC2 && lead < 0xF5) {
-        length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        character = lead & (0xFFU >> (length + 1));
-        for (std::size_t i = 1; i < length; ++i) {
-            const bool follows = i < text.size() && (text[i] & 0xC0) == 0x80;
-            if (!follows) {
-                length = 1;
-                character = lead;
-                break;
-            }
-            character = character << 6U | (static_cast<unsigned char>(text[i]) & 0x3FU);
-        }
-    }
-    text.remove_prefix(length);
-    return static_cast<int>(character);
-}
-
-std::string Utf8(int charCode) {
-    const auto c = static_cast<unsigned>(charCode);
-    const auto tail = [&](unsigned shift) {
-        return static_cast<char>(0x80U | ((c >> shift) & 0x3FU));
-    };
-    if (c < 0x80)
-        return {static_cast<char>(c)};
-    if (c < 0x800)
-        return {static_cast<char>(0xC0U | (c >> 6U)), tail(0)};
-    if (c < 0x10000)
-        return {static_cast<char>(0xE0U | (c >> 12U)), tail(6), tail(0)};
-    return {static_cast<char>(0xF0U | (c >> 18U)), tail(12), tail(6), tail(0)};
-}
-
 std::optional<KeyStroke> PlainKey(std::string_view name) {
     for (const KeyRow &row : kNamedKeys)
         if (row.Name == name)
@@ -147,19 +113,12 @@ void ClampSelection(TextBox &box) {
     box.SelLength = std::clamp(box.SelLength, 0, LengthOf(box) - box.SelStart);
 }
 
-void ReplaceSelection(TextBox &box, const std::string &text) {
-    box.Text.replace(static_cast<std::size_t>(box.SelStart),
-                     static_cast<std::size_t>(box.SelLength), text);
-    box.SelStart += static_cast<int>(text.size());
-    box.SelLength = 0;
-}
-
 void DeleteAt(TextBox &box, int from) {
     if (box.SelLength == 0 && from >= 0 && from < LengthOf(box)) {
         box.SelStart = from;
         box.SelLength = 1;
     }
-    ReplaceSelection(box, "");
+    InsertText(box, "");
 }
 
 // Moves the caret by a caret key: -1, +1, or to an end.
@@ -182,21 +141,13 @@ void MoveCaret(TextBox &box, int keyCode, bool select) {
     box.SelLength = std::max(caret, other) - box.SelStart;
 }
 
-void Changed(const TextBox &box, const std::string &before) {
-    if (box.Text == before)
-        return;
-    if (const auto change = box.Change)
-        change();
-}
-
 void EditField(TextBox &box, const KeyStroke &stroke, int charCode) {
     if (!box.Enabled)
         return;
-    const std::string before = box.Text;
     ClampSelection(box);
     const bool plain = (stroke.Shift & (kCtrl | kAlt)) == 0;
-    if (charCode >= ' ' && charCode != 127) {
-        ReplaceSelection(box, Utf8(charCode));
+    if (charCode != 0) {
+        InsertText(box, Utf8(charCode));
     } else if (plain) {
         switch (stroke.KeyCode) {
         case kKeyBackspace: DeleteAt(box, box.SelStart - 1); break;
@@ -208,7 +159,6 @@ void EditField(TextBox &box, const KeyStroke &stroke, int charCode) {
         default: break;
         }
     }
-    Changed(box, before);
 }
 
 // ---- what other controls do by themselves
@@ -334,11 +284,9 @@ void PressKey(Form &form, const KeyStroke &stroke) {
 }
 
 void EnterText(TextBox &box, const std::string &text) {
-    const std::string before = box.Text;
-    box.Text = text;
-    box.SelStart = LengthOf(box);
-    box.SelLength = 0;
-    Changed(box, before);
+    box.SelStart = 0;
+    box.SelLength = LengthOf(box);
+    InsertText(box, text);
 }
 
 } // namespace zrt

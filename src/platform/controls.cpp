@@ -1,5 +1,7 @@
 #include "platform/controls.h"
 
+#include "platform/field_text.h"
+
 #include <algorithm>
 #include <cassert>
 #include <utility>
@@ -214,6 +216,8 @@ KeyOutcome OfferKey(Form &form, const KeyStroke &stroke) {
     if (charCode != 0) {
         if (const auto keyPress = box.KeyPress)
             keyPress(charCode);
+        if (charCode != 0)
+            charCode = CharacterTaken(box, charCode);
         if (charCode == 0)
             return used;
     }

@@ -56,6 +56,8 @@ struct TextBox : Control {
     int SelStart = 0;
     int SelLength = 0;
     int Columns = 0; // characters that it is laid out for; 0 leaves it to the view
+    // Whether it takes a character (Unicode; any blank is ' '). Null takes all that can be seen.
+    bool (*Takes)(int character) = nullptr;
     // A handler that sets the key or the character to 0 has used it up: the field does not see it.
     std::function<void(int &keyCode, int shift)> KeyDown;
     std::function<void(int &charCode)> KeyPress;
@@ -193,7 +195,8 @@ struct KeyOutcome {
     int CharCode = 0;  // the character that the field is to insert, 0 for none
 };
 // Hands a key to the form's active control: Esc and Enter to the Cancel and Default buttons, then
-// KeyDown and KeyPress of a text field. What the field does by itself is left to the caller.
+// KeyDown and KeyPress of a text field. What the field does by itself is left to the caller; a
+// character that the field does not take is used up.
 KeyOutcome OfferKey(Form &form, const KeyStroke &stroke);
 
 } // namespace zrt

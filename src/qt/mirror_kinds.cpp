@@ -1,6 +1,7 @@
 // How each kind of control is bound and copied.
 #include "qt/mirror.h"
 
+#include "platform/field_text.h"
 #include "qt/inks.h"
 #include "qt/widgets.h"
 
@@ -356,16 +357,12 @@ void ReadField(Binding &binding) {
     const QString text = field.text();
     const int start = field.hasSelectedText() ? field.selectionStart() : field.cursorPosition();
     const int end = field.hasSelectedText() ? field.selectionEnd() : start;
-    const std::string now = text.toStdString();
-    const bool changed = now != record.Text;
-    record.Text = binding.Text = now;
-    record.SelStart = binding.SelStart = BytesBefore(text, start);
-    record.SelLength = binding.SelLength = BytesBefore(text, end) - record.SelStart;
-    if (!changed)
-        return;
-    if (const auto change = record.Change)
-        change();
-    MirrorRecords();
+    binding.Text = text.toStdString();
+    binding.SelStart = BytesBefore(text, start);
+    binding.SelLength = BytesBefore(text, end) - binding.SelStart;
+    const bool changed = TakeEdit(record, binding.Text, binding.SelStart, binding.SelLength);
+    if (changed || record.Text != binding.Text)
+        MirrorRecords();
 }
 
 void MirrorControl(Binding &binding) {

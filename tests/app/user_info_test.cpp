@@ -570,7 +570,7 @@ TEST_F(UserInformation, UmlautsGoThroughTheFile) {
 TEST_F(UserInformation, ATextOfSeveralLinesBecomesOne) {
     Open([] {
         Type(4, "1 Main St\n[Preferences]\tx\r");
-        EXPECT_EQ(Text(4), "1 Main St [Preferences] x ");
+        EXPECT_EQ(Text(4), "1 Main St [Preferences] x");
         ClickControl(UserInfo.cmdOK);
     });
     EXPECT_EQ(Profiles.Table[1].Address, "1 Main St [Preferences] x");

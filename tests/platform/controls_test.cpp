@@ -48,6 +48,16 @@ class Controls : public ProgramTest {
 };
 TestForm Controls::form;
 
+TEST_F(Controls, AFieldIsOfferedOnlyTheCharactersThatItTakes) {
+    form.First.Takes = [](int c) { return c == 'A' || c == ' '; };
+    EXPECT_EQ(OfferKey(form, {'A', 0, 'A'}).CharCode, 'A');
+    EXPECT_EQ(OfferKey(form, {kKeySpace, 0, 0xA0}).CharCode, ' ');
+    EXPECT_FALSE(OfferKey(form, {kKeyEnd, 0, 0}).Used);
+    EXPECT_TRUE(OfferKey(form, {'B', 0, 'B'}).Used);
+    form.First.KeyPress = [](int &charCode) { charCode -= 1; };
+    EXPECT_EQ(OfferKey(form, {'B', 0, 'B'}).CharCode, 'A'); // as the handler leaves it
+}
+
 TEST_F(Controls, FocusLeavesBeforeItArrives) {
     form.First.LostFocus = [this] { said.emplace_back("first lost"); };
     form.Second.GotFocus = [this] { said.emplace_back("second got"); };

@@ -8,11 +8,14 @@
 #include "qt/widgets.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QTest>
 #include <QWindow>
 
@@ -254,6 +257,60 @@ TEST_F(Keys, APasteIsAChangeToo) {
     EXPECT_EQ(Window.Field[0].Text, "DL1ABC");
     EXPECT_EQ(Window.Field[0].SelStart, 6);
     EXPECT_EQ(Changes, 1);
+}
+
+TEST_F(Keys, APastedTextComesWithoutLineEnds) {
+    QApplication::clipboard()->setText(QStringLiteral("\n\u00a0DL1\tABC\r\n"));
+    Edit(0)->paste();
+    EXPECT_EQ(Window.Field[0].Text, "DL1 ABC");
+    EXPECT_EQ(Edit(0)->text(), QStringLiteral("DL1 ABC"));
+    EXPECT_EQ(Window.Field[0].SelStart, 7);
+    EXPECT_EQ(Edit(0)->cursorPosition(), 7);
+    EXPECT_EQ(Changes, 1);
+    Edit(0)->home(false);
+    QApplication::clipboard()->setText(QStringLiteral("\n"));
+    Press(Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_EQ(Edit(0)->text(), QStringLiteral("DL1 ABC"));
+    EXPECT_EQ(Changes, 1);
+}
+
+TEST_F(Keys, ADroppedTextComesWithoutLineEnds) {
+    Edit(0)->insert(QStringLiteral("K1"));
+    QMimeData text;
+    text.setText(QStringLiteral("ZZ\n"));
+    const QPoint middle = Edit(0)->rect().center();
+    QDragEnterEvent enter(middle, Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(Edit(0), &enter);
+    QDropEvent drop(middle, Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(Edit(0), &drop);
+    EXPECT_EQ(Window.Field[0].Text, "K1ZZ");
+    EXPECT_EQ(Edit(0)->text(), QStringLiteral("K1ZZ"));
+}
+
+TEST_F(Keys, ABlankOfAnotherKindIsTypedAsABlank) {
+    QInputMethodEvent composed;
+    composed.setCommitString(QStringLiteral("1\u00a02"));
+    QApplication::sendEvent(Edit(0), &composed);
+    EXPECT_EQ(Edit(0)->text(), QStringLiteral("1 2"));
+}
+
+TEST_F(Keys, AFieldTakesTheCharactersOfItsRecord) {
+    Window.Field[0].Takes = [](int c) { return c >= 'A' && c <= 'Z'; };
+    Type("ab");
+    Type("1");
+    Type(" ");
+    QInputMethodEvent composed;
+    composed.setCommitString(QStringLiteral("c\u201d"));
+    QApplication::sendEvent(Edit(0), &composed);
+    EXPECT_EQ(Edit(0)->text(), QStringLiteral("ABC"));
+    Edit(0)->selectAll();
+    Type("1"); // is no reason to lose what is selected
+    EXPECT_EQ(Edit(0)->text(), QStringLiteral("ABC"));
+    QApplication::clipboard()->setText(QStringLiteral("12\n"));
+    Edit(0)->paste();
+    EXPECT_EQ(Edit(0)->text(), QStringLiteral("ABC"));
+    EXPECT_EQ(Edit(0)->selectedText(), QStringLiteral("ABC"));
+    EXPECT_EQ(Window.Field[0].SelLength, 3);
 }
 
 TEST_F(Keys, PositionsCountBytes) {
