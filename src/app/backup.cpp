@@ -1,13 +1,15 @@
 #include "app/backup.h"
 
+#include "app/file_menu.h"
+#include "app/log_lock.h"
 #include "platform/controls.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "session/contests.h"
 #include "session/file_errors.h"
 #include "session/log_file.h"
+#include "session/session_flags.h"
 #include "session/settings.h"
-
-#include <algorithm>
 
 namespace zrt {
 
@@ -19,28 +21,29 @@ std::string BackupFolder() {
     return WithSeparator(drive.size() == 1 ? drive + ":" : drive);
 }
 
-// The log as it is in memory, in today's format.
-FileBytes LogFromMemory() {
-    FileBytes bytes(static_cast<std::size_t>(Log.NextEntry) * kEntryLength);
-    std::ranges::copy(Encode(Log.KeptHeader), bytes.begin());
-    for (i16 n = 1; n < Log.NextEntry; ++n)
-        std::ranges::copy(Encode(Log.LogEntries[n]), bytes.begin() + n * kEntryLength);
-    if (Log.NextEntry == 1)
-        bytes.resize(kHeaderLength);
-    return bytes;
+int WriteBackup(const std::string &path) {
+    // In records of today an old log comes out blank; without the protection that is how it is.
+    if (Log.CurrentFormat || !Extensions.ProtectOldLogs)
+        return ReplaceFile(path, LogImage(kEntryLength));
+    if (IsOwedToDisk())
+        return ReplaceFile(path, LogImage(RecordLength(false, Contest.ContestId)));
+    return CopyFile(Log.LogFileName, path);
 }
 
-int WriteBackup(const std::string &path) {
-    // From memory an old log would come out blank; without the protection that is how it is.
-    if (!Log.CurrentFormat && Extensions.ProtectOldLogs)
-        return CopyFile(Log.LogFileName, path);
-    return ReplaceFile(path, LogFromMemory());
+bool DriveIsChosen() {
+    if (!Settings.BackUpDrive.empty() && Settings.BackUpDrive != "[none]")
+        return true;
+    ShowMessageBox(
+        {"No backup drive is chosen.  Write a drive or a folder behind BackUpDrive= in " +
+             Session.AppPath + kSettingsFile + " while ZRTLOG is closed.",
+         "Backup", BoxButtons::Ok, BoxIcon::Information});
+    return false;
 }
 
 } // namespace
 
 void BackupLog() {
-    if (Settings.BackUpDrive.empty() || Settings.BackUpDrive == "[none]")
+    if (!DriveIsChosen())
         return;
     const std::string path = BackupFolder() + NameOf(Log.LogFileName);
     if (path == Log.LogFileName) {
@@ -49,6 +52,9 @@ void BackupLog() {
                         "File or Disk Error", BoxButtons::Ok, BoxIcon::Exclamation});
         return;
     }
+    // The copy is made from memory: it is whole even if the log can't be written.
+    if (!SettleOwedEntries() || !MayReplaceLog(path))
+        return;
     Screen.BusyPointer = true;
     (void)WithRetry([&path] { return WriteBackup(path); }); // given up: the operator was told
     Screen.BusyPointer = false;

@@ -30,7 +30,7 @@ bool HasEntries(const char *complaint) {
     return false;
 }
 
-bool Confirm(const char *question, int defaultButton) {
+bool Confirm(const std::string &question, int defaultButton) {
     return ShowMessageBox({question, "Confirm kill", BoxButtons::YesNo, BoxIcon::Question,
                            defaultButton}) == BoxAnswer::Yes;
 }
@@ -53,6 +53,11 @@ int KeepKilledLog() {
     return error != 0 ? error : MoveToFirst(path + ".new", names);
 }
 
+// The copy that holds the contacts.
+std::string NameOfBackup() {
+    return Extensions.KeepKilledLog ? "KilledLog 1.zrt" : "KilledFile.zrt";
+}
+
 // KilledFile.zrt is written from the entries of the old formats, in every log: that of a log of
 // today's format has its header and as many empty records.
 template <typename Entry> void PutEntries(FileBytes &bytes, const std::vector<Entry> &entries) {
@@ -71,10 +76,6 @@ int WriteKilledFile() {
         PutEntries(bytes, Log.OldEntries26);
     std::ranges::copy(Encode(Log.KeptHeader), bytes.begin());
     return ReplaceFile(Session.AppPath + "KilledFile.zrt", bytes);
-}
-
-int EmptyLogFile() {
-    return ReplaceFile(Log.LogFileName, Encode(Log.KeptHeader));
 }
 
 bool LogFileIsEmpty() {
@@ -124,8 +125,8 @@ void KillLastEntry() {
 
 void KillAllEntries() {
     if (!HasEntries("No Entries in Log, so can't kill allentries.") ||
-        !Confirm("Kill ALL log entries?\nIf you do so, a backup file is created, called "
-                 "KilledFile.zrt.",
+        !Confirm("Kill ALL log entries?\nIf you do so, a backup file is created, called " +
+                     NameOfBackup() + ".",
                  2))
         return;
     // Nothing is deleted before its copy is safely there, with the contacts that are owed to the
@@ -138,13 +139,19 @@ void KillAllEntries() {
     // show what the disk has no more.
     if (!WithRetry(EmptyLogFile) && !LogFileIsEmpty())
         return;
-    Log.Unwritten.clear();
+    ForgetEntries(); // a retry in between must not write them again
     RescanOpenLog();
 }
 
 void EditLastEntry() {
     if (!HasEntries("No Entries in Log, so can't edit last entry."))
         return;
+    if (EditMenu.EditLastEntry == nullptr) {
+        ShowMessageBox({"This version can't edit a contact yet.  Use Kill Last Entry, and log the "
+                        "contact again.",
+                        "Edit Last Entry", BoxButtons::Ok, BoxIcon::Information});
+        return;
+    }
     if (EditMenu.EditLastEntry() && SettleOwedEntries())
         RescanOpenLog();
 }

@@ -4,8 +4,8 @@
 namespace zrt {
 
 struct EditMenuHooks {
-    // The entry editor on the last entry; true if it changed the log.
-    bool (*EditLastEntry)() = [] { return false; };
+    // The entry editor on the last entry; true if it changed the log. Null until there is one.
+    bool (*EditLastEntry)() = nullptr;
 };
 extern EditMenuHooks EditMenu;
 

@@ -1,6 +1,7 @@
 #include "app/file_menu.h"
 
 #include "app/log_loader.h"
+#include "app/log_lock.h"
 #include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/save_path.h"
@@ -38,6 +39,7 @@ void CloseLog() {
     if (Session.ReplacingLog)
         WriteSettings(true);
     DeleteTemporaryLog();
+    UnlockLog();
     Log.LogState = kNoLog;
     Session.RescanInPlace = false;
     ResetSession();
@@ -59,14 +61,46 @@ bool LetGoOfLog(const std::string &question) {
     return true;
 }
 
-// The source goes only when the copy is safely on the disk.
+// The source goes only when the copy is safely on the disk. That of a log with a name stays: it may
+// be on a disk that comes back.
 bool MoveLogTo(const std::string &path) {
-    if (!WithRetry([&path] { return CopyFile(Log.LogFileName, path); }))
+    const std::string source = Log.LogFileName;
+    if (!WithRetry([&path] { return SaveLogTo(path); }))
         return false;
-    (void)Files.Remove(Log.LogFileName); // a temporary log that stays is offered as recovery
-    Log.LogFileName = path;
+    if (Log.LogState == kTemporaryName)
+        (void)Files.Remove(source); // a temporary log that stays is offered as recovery
     Log.LogState = kUsersName;
     return true;
+}
+
+// The log's own file can't be written: whether the operator saves the log to another place.
+bool SavesElsewhere(int error) {
+    const auto count = Log.Unwritten.size();
+    return ShowMessageBox(
+               {SystemErrorText(error) + ": " + Log.LogFileName + ".  " + std::to_string(count) +
+                    (count == 1 ? " contact is" : " contacts are") +
+                    " not on disk.  Press OK to save the whole log to another place.",
+                "File or Disk Error", BoxButtons::OkCancel, BoxIcon::Critical}) == BoxAnswer::Ok;
+}
+
+// The folder that the settings propose is made before its first log.
+void MakeLogFolder() {
+    if (Settings.OpenFilePath == FirstFolder() && !Files.Exists(Settings.OpenFilePath))
+        (void)Files.MakeFolder(Settings.OpenFilePath); // without it the dialog opens elsewhere
+}
+
+// Whether a name is to be asked for.
+bool HasSomethingToSave() {
+    const int error = BringFileUpToDate();
+    ShowOwedEntries();
+    if (error != 0)
+        return SavesElsewhere(error);
+    if (Log.LogState == kTemporaryName)
+        return true;
+    ShowMessageBox({"There is nothing to save: each contact is on the disk, in " + Log.LogFileName +
+                        ", from the moment it is logged.",
+                    "Save As", BoxButtons::Ok, BoxIcon::Information});
+    return false;
 }
 
 } // namespace
@@ -122,14 +156,15 @@ void FileOpenRecent(int fileNumber) {
 
 bool FileSaveAs() {
     WriteSettings(true);
-    if (Log.LogState == kUsersName)
-        return true; // the contacts are on the disk already
-    if (!SettleOwedEntries())
-        return false;
+    if (!HasSomethingToSave())
+        return Log.LogState == kUsersName && !IsOwedToDisk();
+    MakeLogFolder();
     const auto path = ShowFileDialog({"Save Current Log As", Settings.OpenFilePath,
                                       "ZRT logs (*.ZRT)|*.ZRT|All files (*.*)|*.*", "ZRT", true});
-    if (!path || !MayWriteTo(*path, "Log file", ".ZRT") || !MoveLogTo(*path))
+    if (!path || !MayWriteTo(*path, "Log file", ".ZRT") || !MayReplaceLog(*path) ||
+        !MoveLogTo(*path))
         return false;
+    ShowOwedEntries();
     TakeRecentFile(*path);
     WriteSettings(true);
     LogForm.lblLog.Caption = LogLabel(LabelTable::SaveAs, NameOf(*path));
@@ -162,7 +197,7 @@ void DeleteTemporaryLog() {
 }
 
 bool SettleOwedEntries() {
-    while (const int error = WriteOwedEntries()) {
+    while (const int error = BringFileUpToDate()) {
         ShowOwedEntries();
         const BoxAnswer answer = ShowMessageBox(
             {SystemErrorText(error) + ".  Contacts of the log are not on disk.  Press Abort to "

@@ -14,7 +14,8 @@ void FileOpen(int fileNumber);
 // An entry of the recent logs: as FileOpen, if the file can still be read. May pump.
 void FileOpenRecent(int fileNumber);
 
-// File, Save As: gives the unnamed log a name. False if it is still unnamed: cancelled or failed.
+// File, Save As: gives the unnamed log a name; a log with a name gets another one when its file
+// can't be written any more. False if it is still unnamed or not on the disk: cancelled or failed.
 // May pump.
 bool FileSaveAs();
 
@@ -28,7 +29,7 @@ void PutLogAway();
 // Deletes the log under the temporary name, when its operator has said so.
 void DeleteTemporaryLog();
 
-// Contacts that are not on disk are written, or given up by the operator. False to stay.
+// Contacts that the file lacks are written, or given up by the operator. False to stay. May pump.
 bool SettleOwedEntries();
 
 } // namespace zrt

@@ -4,6 +4,7 @@
 #include "app/contest_chooser.h"
 #include "app/log_conversion.h"
 #include "app/log_header.h"
+#include "app/log_lock.h"
 #include "app/main_clock.h"
 #include "app/partial_window.h"
 #include "app/recent_files.h"
@@ -32,7 +33,7 @@ namespace {
 
 constexpr std::size_t kTaskWidth = 40; // characters of a file name that fit the progress window
 
-// The log that the operator asks for. False if he cancels.
+// The log that the operator asks for, locked. False if he cancels, or if another copy has it.
 bool TakeLogName(int fileNumber) {
     if (Session.RescanInPlace || Log.LogState == kTemporaryName)
         return true;
@@ -47,11 +48,14 @@ bool TakeLogName(int fileNumber) {
     } else {
         Log.LogFileName = Settings.RecentFile[static_cast<std::size_t>(fileNumber) - 1];
     }
+    if (!MayOpenLog())
+        return false;
     Log.LogState = kUsersName;
     return true;
 }
 
 void GiveUpLog() {
+    UnlockLog();
     Log.LogState = kNoLog;
     ShowForm(LogForm);
 }
@@ -77,7 +81,7 @@ void RememberLog() {
 
 bool OpenExistingLog(int fileNumber) {
     if (!TakeLogName(fileNumber)) {
-        ShowForm(LogForm);
+        GiveUpLog();
         return false;
     }
     RememberLog();
@@ -86,8 +90,10 @@ bool OpenExistingLog(int fileNumber) {
         ResetSession();
         ShowForm(LogForm);
     }
-    if (TakeLogHeader() && BringLogUpToDate())
+    if (TakeLogHeader() && BringLogUpToDate()) {
+        LockLog(); // a conversion has put another file in its place
         return true;
+    }
     if (!Program.Ending)
         GiveUpLog();
     return false;
@@ -168,6 +174,8 @@ void ShowOpenLog() {
     const std::string name =
         Log.LogState == kUsersName ? NameOf(Log.LogFileName) : std::string("[Unnamed]");
     LogForm.lblLog.Caption = LogLabel(LabelTable::Load, name);
+    if (!Session.RescanInPlace) // which keeps the line as it was
+        ShowLastContact();
     LoaderHooks.ShowWindows();
     const auto &windows = Settings.Windows[static_cast<std::size_t>(Contest.ContestId) - 1];
     if (!Session.RescanInPlace && windows[kPartial].State == "OPEN")

@@ -21,7 +21,7 @@ MainClock ClockState;
 // A disk that was full may have room again: the contacts that are owed to it are tried quietly,
 // while the warning stays in sight.
 void RetryOwedEntries() {
-    if (!Log.Unwritten.empty() && WriteOwedEntries() == 0)
+    if (IsOwedToDisk() && WriteOwedEntries() == 0)
         ShowOwedEntries();
 }
 

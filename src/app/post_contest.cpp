@@ -280,7 +280,11 @@ std::string FilesWritten() {
     std::string names;
     for (const std::string &name : PostData.FilesWritten)
         names += (names.empty() ? "" : ", ") + name;
-    return "Files written: " + (names.empty() ? "none" : names);
+    if (names.empty())
+        return "Files written: none";
+    constexpr std::size_t kFolderWidth = 60; // characters that the window surely shows
+    const std::string folder = WithoutSeparator(FolderOf(PostData.InputPath));
+    return "Files written: " + names + " in " + ShortenMiddle(folder, kFolderWidth);
 }
 
 // After a failure that the operator gives up the dialog stays, with all that he has chosen.

@@ -13,12 +13,6 @@ namespace {
 
 constexpr std::size_t kMenuWidth = 60; // characters of a path that a menu shows
 
-std::string WithoutSeparator(std::string folder) {
-    if (folder.size() > 1 && (folder.back() == '/' || folder.back() == '\\'))
-        folder.pop_back();
-    return folder;
-}
-
 } // namespace
 
 void TakeRecentFile(const std::string &path) {

@@ -1,6 +1,7 @@
 #include "app/recovery.h"
 
 #include "app/log_loader.h"
+#include "app/log_lock.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/program.h"
@@ -54,16 +55,7 @@ bool MayHoldContacts(const std::string &path) {
            length > kHeaderLength;
 }
 
-} // namespace
-
-int KeepStrayLog() {
-    if (!Files.Exists(Log.LogFileName) || !MayHoldContacts(Log.LogFileName))
-        return 0;
-    const std::array names = {UnsavedLog(1), UnsavedLog(2), UnsavedLog(3)};
-    return MoveToFirst(Log.LogFileName, names);
-}
-
-void OfferRecovery() {
+void OfferTemporaryLog() {
     LogHeader header;
     if (!ReadTemporaryHeader(header))
         return;
@@ -83,6 +75,30 @@ void OfferRecovery() {
     }
     Log.LogState = kTemporaryName;
     LoadLog(0);
+}
+
+} // namespace
+
+int KeepStrayLog() {
+    if (!Files.Exists(Log.LogFileName))
+        return 0;
+    LockLog();
+    const bool held = Log.Lock.Result == LockResult::Held;
+    UnlockLog();
+    if (held)
+        return EBUSY; // the log of another copy, whose contacts would go astray
+    if (!MayHoldContacts(Log.LogFileName))
+        return 0;
+    const std::array names = {UnsavedLog(1), UnsavedLog(2), UnsavedLog(3)};
+    return MoveToFirst(Log.LogFileName, names);
+}
+
+void OfferRecovery() {
+    // The log of a copy that runs is not that of a crash.
+    if (Files.Exists(Log.LogFileName) && MayOpenLog())
+        OfferTemporaryLog();
+    if (Log.LogState == kNoLog)
+        UnlockLog();
 }
 
 } // namespace zrt

@@ -16,6 +16,7 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/program.h"
+#include "session/file_errors.h"
 #include "session/log_file.h"
 #include "session/reference_data.h"
 #include "session/session_flags.h"
@@ -52,12 +53,26 @@ void FillAppPath() {
             (void)CopyFile(defaults + name, Session.AppPath + name);
 }
 
+// Only the operator can say whether another copy is at work. The temporary log has a lock of its
+// own, by which recovery still finds out.
+bool GoesOnWithoutLock(int error) {
+    return ShowMessageBox({"The folder " + Session.AppPath +
+                               " can't be locked: " + SystemErrorText(error) +
+                               ".  If another copy of ZRTLOG uses this folder, press No and use "
+                               "that one.  Go on without the lock?",
+                           "ZRTLOG", BoxButtons::YesNo, BoxIcon::Exclamation, 2}) == BoxAnswer::Yes;
+}
+
 // Two copies in one folder would take each other's temporary log for that of a crash.
 bool TakeLock() {
-    if (Files.Lock(Session.AppPath + "zrtlog.lock"))
+    const FileLock lock = Files.Lock(Session.AppPath + "zrtlog.lock");
+    if (lock.Result == LockResult::Taken)
         return true;
-    ShowMessageBox({"ZRTLOG is already running.  Use the copy that is open.", "ZRTLOG",
-                    BoxButtons::Ok, BoxIcon::Exclamation});
+    if (lock.Result == LockResult::Held)
+        ShowMessageBox({"ZRTLOG is already running.  Use the copy that is open.", "ZRTLOG",
+                        BoxButtons::Ok, BoxIcon::Exclamation});
+    else if (GoesOnWithoutLock(lock.Error))
+        return true;
     EndProgram(1);
     return false;
 }

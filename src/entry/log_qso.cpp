@@ -228,13 +228,23 @@ void StampEntry() {
     StampContact(n, Log.WorkingEntry, before, StampRule::Live);
 }
 
-std::string PointsText(const LogEntry &entry) {
+std::string PointsText(const OldEntry36 &entry) {
     const std::string points = entry.Points.Trimmed();
     return Contest.ContestId == kPaqp && points == "3" ? "1.5" : points;
 }
 
+// Precedence, check and the section in its first spelling: the record has two letters of it.
+std::string SsExchangeShown(std::string_view stored) {
+    const i16 row = SsSectionRow(stored.substr(3));
+    const std::string section =
+        row != 0 ? Multipliers.SsMults[static_cast<std::size_t>(row) - 1].Spellings[0]
+                 : std::string(stored.substr(3));
+    return std::string(stored.substr(0, 1)) + " " + std::string(stored.substr(1, 2)) + " " +
+           std::string(Trim(section));
+}
+
 // The exchange as the "Last: " line shows it: the number where the contest has one, then the texts.
-std::string ExchangeShown(const LogEntry &entry) {
+std::string ExchangeShown(const OldEntry36 &entry) {
     // The Generic notes run on from one field into the other.
     if (Contest.ContestId == kGeneric)
         return std::string(
@@ -242,13 +252,14 @@ std::string ExchangeShown(const LogEntry &entry) {
     std::string shown;
     if (Contest.ContestId != kNaqp && entry.RcvdNumber != 0)
         shown = std::to_string(entry.RcvdNumber) + " ";
+    if (Contest.ContestId == kSs)
+        return std::string(TrimRight(shown + SsExchangeShown(entry.RcvdExchange.Whole())));
     if (ContestIsOneOf({kSprint, kNaqp, kCwOpen}))
         shown += entry.RcvdName.Trimmed() + " ";
     return std::string(TrimRight(shown + MultText(entry.RcvdExchange.Trimmed())));
 }
 
-void ShowLastEntry() {
-    const LogEntry &entry = Log.WorkingEntry;
+void ShowAsLast(const OldEntry36 &entry) {
     const std::string mode = IsCw(entry.BandIndex) ? "CW" : "SSB";
     LogForm.lblLast.Caption = "Last: " + std::string(Trim(ShortBandName(entry.BandIndex))) + " " +
                               mode + "  " + FromLatin1(entry.Callsign.Trimmed()) + "  Nr " +
@@ -332,7 +343,7 @@ void LogQso(i16 fieldIndex, i16 shift) {
     CountContact(Log.WorkingEntry, found);
     StampEntry();
     QsoHooks.ShowWorkedCountries();
-    ShowLastEntry();
+    ShowAsLast(Log.WorkingEntry);
     BringToDisk(); // before the fields clear
     ++Log.NextEntry;
     QsoHooks.UpdateStatistics(false);
@@ -350,6 +361,16 @@ void LogQso(i16 fieldIndex, i16 shift) {
 void BringToDisk() {
     (void)WithRetry(WriteOwedEntries); // what is given up stays owed
     ShowOwedEntries();
+}
+
+void ShowLastContact() {
+    for (i16 n = static_cast<i16>(Log.NextEntry - 1); n >= 1; --n) {
+        const OldEntry36 entry = EntryFields(n);
+        if (IsVoid(entry))
+            continue;
+        ShowAsLast(entry);
+        return;
+    }
 }
 
 void ShowScore() {
@@ -370,12 +391,14 @@ void ShowOwedEntries() {
     if (Log.Unwritten.empty())
         return;
     const auto [first, last] = std::minmax_element(Log.Unwritten.begin(), Log.Unwritten.end());
-    std::string numbers = std::to_string(*first);
+    const auto count = Log.Unwritten.size();
+    std::string numbers = std::to_string(count) + (count == 1 ? " QSO, Nr " : " QSOs, Nr ");
+    numbers += std::to_string(*first);
     if (*first != *last)
         numbers += " to " + std::to_string(*last);
-    LogForm.lblNotOnDisk.Caption = "NOT ON DISK: QSO Nr " + numbers +
-                                   ".  Make room on the disk; it is tried again every 10 "
-                                   "seconds and with the next QSO.";
+    LogForm.lblNotOnDisk.Caption = "NOT ON DISK: " + numbers +
+                                   ".  It is tried again every 10 seconds and with the next QSO.  "
+                                   "File, Save As writes the log to another disk.";
 }
 
 } // namespace zrt

@@ -39,10 +39,15 @@ void LogQso(i16 fieldIndex, i16 shift);
 // up on stays owed, and the warning line names it. May pump.
 void BringToDisk();
 
+// The "Last: " line for the log's last contact that is not void, as after it was logged. Nothing
+// changes in a log without contacts.
+void ShowLastContact();
+
 // "Score: " and "Mults:  ", or the countries by mode in Generic.
 void ShowScore();
 
-// Names the contacts that are not on disk in the warning line, and hides it when there are none.
+// Counts and names the contacts that are not on disk in the warning line, and hides it when there
+// are none.
 void ShowOwedEntries();
 
 } // namespace zrt

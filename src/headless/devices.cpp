@@ -133,6 +133,10 @@ std::string FolderWithSeparator() {
     return WithSeparator(Devices.ProgramFolder);
 }
 
+std::string DocumentsFolder() {
+    return FolderWithSeparator() + "Documents/";
+}
+
 bool OpenHelp(const std::string &helpFile, int topic) {
     const std::string page = HelpPage(helpFile, topic);
     if (page.empty())
@@ -162,8 +166,22 @@ int FaultySync(int handle) {
     return Devices.Disk == DiskMode::Broken ? EIO : DiskFiles().Sync(handle);
 }
 
-bool SharedLock(const std::string &path) {
-    return !Devices.OtherCopyRunning && DiskFiles().Lock(path);
+FileLock HeldByOtherCopy() {
+    return {LockResult::Held, 0, "process 4711 of anna", -1};
+}
+
+FileLock SharedLock(const std::string &path) {
+    return Devices.OtherCopyRunning ? HeldByOtherCopy() : DiskFiles().Lock(path);
+}
+
+void SharedLockOpenFile(const std::string &path, FileLock &lock) {
+    if (!Devices.OtherCopyRunning) {
+        DiskFiles().LockOpenFile(path, lock);
+        return;
+    }
+    const int handle = lock.Handle;
+    lock = HeldByOtherCopy();
+    lock.Handle = handle;
 }
 
 } // namespace
@@ -184,12 +202,14 @@ void InstallHeadlessDoors() {
     Clock = {SteadyNow, LocalTime, UtcTime};
     Events = {HeadlessPumpUntil};
     KeyState = {KeyPressed};
-    ProgramFolders = {FolderWithSeparator, FolderWithSeparator, FolderWithSeparator};
+    ProgramFolders = {FolderWithSeparator, FolderWithSeparator, FolderWithSeparator,
+                      DocumentsFolder};
     Help = {OpenHelp};
     Files = DiskFiles();
     Files.WriteAt = FaultyWriteAt;
     Files.Sync = FaultySync;
     Files.Lock = SharedLock;
+    Files.LockOpenFile = SharedLockOpenFile;
     InstallDialogDoor();
     InstallSerialDoor();
     InstallSoundDoor();

@@ -28,7 +28,7 @@ struct DeviceState {
     std::vector<FileDialog> FileDialogs;
 
     DiskMode Disk = DiskMode::Ok;
-    bool OtherCopyRunning = false; // it holds every lock
+    bool OtherCopyRunning = false; // it holds every lock, that of each log too
     std::string ProgramFolder;     // of executable, user and defaults alike
 
     std::set<int> KeysDown, KeysHit; // KeysHit: pressed since the program last asked

@@ -136,4 +136,10 @@ std::string WithSeparator(std::string folder) {
     return folder;
 }
 
+std::string WithoutSeparator(std::string folder) {
+    if (folder.size() > 1 && (folder.back() == '/' || folder.back() == '\\'))
+        folder.pop_back();
+    return folder;
+}
+
 } // namespace zrt

@@ -2,6 +2,8 @@
 // or broken disk can be tested as easily as a healthy one. Paths are UTF-8.
 #pragma once
 
+#include "platform/file_locks.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -37,8 +39,10 @@ struct FileDoor {
         nullptr; // with those above; existing is no error
     bool (*Exists)(const std::string &path) = nullptr;
     std::vector<std::string> (*List)(const std::string &folder) = nullptr; // names of files, sorted
-    // Takes a lock that lives as long as this process. False if another process has it.
-    bool (*Lock)(const std::string &path) = nullptr;
+    // See LockProcess, LockWhileOpen and Unlock.
+    FileLock (*Lock)(const std::string &path) = nullptr;
+    void (*LockOpenFile)(const std::string &path, FileLock &lock) = nullptr;
+    void (*Unlock)(FileLock &lock) = nullptr;
 };
 extern FileDoor Files;
 
@@ -85,7 +89,8 @@ class OpenedFile {
 // The folder part of a path with its last separator, and the rest. "/" and "\" both separate.
 std::string FolderOf(std::string_view path);
 std::string NameOf(std::string_view path);
-// `folder` with a separator at its end.
+// `folder` with a separator at its end, and without; that of the root stays.
 std::string WithSeparator(std::string folder);
+std::string WithoutSeparator(std::string folder);
 
 } // namespace zrt

@@ -6,7 +6,6 @@
 #include <filesystem>
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -129,22 +128,12 @@ std::vector<std::string> ListFiles(const std::string &folder) {
     return names;
 }
 
-bool LockFile(const std::string &path) {
-    const int handle = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kNewFileMode);
-    if (handle < 0)
-        return true; // a folder that can't hold a lock can't hold a log either; that is told later
-    if (::flock(handle, LOCK_EX | LOCK_NB) == 0)
-        return true; // stays open: the lock ends with the process
-    const bool taken = errno == EWOULDBLOCK;
-    ::close(handle);
-    return !taken;
-}
-
 } // namespace
 
 FileDoor DiskFiles() {
-    return {OpenFile,   ReadAt,     WriteAt,    LengthOf,   SyncHandle, CloseHandle, RemoveFile,
-            RenameFile, SyncFolder, MakeFolder, FileExists, ListFiles,  LockFile};
+    return {OpenFile,    ReadAt,     WriteAt,     LengthOf,      SyncHandle,
+            CloseHandle, RemoveFile, RenameFile,  SyncFolder,    MakeFolder,
+            FileExists,  ListFiles,  LockProcess, LockWhileOpen, Unlock};
 }
 
 } // namespace zrt

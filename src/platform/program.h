@@ -9,6 +9,7 @@ struct ProgramDoor {
     std::string (*ExecutableFolder)() = nullptr; // where the executable stands
     std::string (*UserFolder)() = nullptr;       // the user's own data folder for this program
     std::string (*DefaultsFolder)() = nullptr;   // what a first installation is filled from
+    std::string (*DocumentsFolder)() = nullptr;  // the user's documents; empty if there is none
 };
 extern ProgramDoor ProgramFolders;
 

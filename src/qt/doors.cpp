@@ -65,6 +65,11 @@ std::string DefaultsFolder() {
                                            : std::string(ZRT_SHIPPED_DATA));
 }
 
+std::string DocumentsFolder() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return folder.isEmpty() ? std::string() : WithSeparator(folder.toStdString());
+}
+
 bool OpenHelp(const std::string &helpFile, int topic) {
     const QFileInfo page(QString::fromStdString(HelpPage(helpFile, topic)));
     return page.isFile() && QDesktopServices::openUrl(QUrl::fromLocalFile(page.absoluteFilePath()));
@@ -77,7 +82,7 @@ void InstallQtDoors(std::function<void()> quitAsked) {
     Events.PumpUntil = PumpInQt;
     Dialogs = {AskInBox, AskForFile, AskForFolder};
     KeyState.Pressed = KeyPressed;
-    ProgramFolders = {ExecutableFolder, UserFolder, DefaultsFolder};
+    ProgramFolders = {ExecutableFolder, UserFolder, DefaultsFolder, DocumentsFolder};
     Help.Open = OpenHelp;
     Files = DiskFiles();
     InstallOperatorFilter(std::move(quitAsked));

@@ -1,6 +1,6 @@
 #include "session/log_file.h"
 
-#include "platform/files.h"
+#include "session/bands.h"
 #include "session/contests.h"
 
 #include <algorithm>
@@ -18,54 +18,159 @@ std::uint64_t OffsetOf(i16 n, std::size_t recordLength) {
     return static_cast<std::uint64_t>(n) * recordLength;
 }
 
-// The entries of the current form that the open log holds on disk or owes to it.
-std::vector<i16> AllEntries() {
-    std::vector<i16> numbers;
-    for (i16 n = 1; n < Log.NextEntry; ++n)
-        numbers.push_back(n);
-    for (const i16 n : Log.Unwritten)
-        if (n >= Log.NextEntry)
-            numbers.push_back(n);
-    return numbers;
+std::size_t RecordLengthOfLog() {
+    return RecordLength(Log.CurrentFormat, Contest.ContestId);
 }
 
-int WriteRecords(OpenedFile &file, const std::vector<i16> &numbers) {
-    for (const i16 n : numbers)
-        if (const int error = file.WriteAt(OffsetOf(n, kEntryLength), Encode(Log.LogEntries[n])))
-            return error;
+// The number of entries that the open log holds, those that no write has reached yet among them.
+i16 EntryCount() {
+    const auto last = std::max_element(Log.Unwritten.begin(), Log.Unwritten.end());
+    const i16 owed = last == Log.Unwritten.end() ? i16{0} : *last;
+    return std::max(static_cast<i16>(Log.NextEntry - 1), owed);
+}
+
+void Owe(i16 n) {
+    if (std::find(Log.Unwritten.begin(), Log.Unwritten.end(), n) == Log.Unwritten.end())
+        Log.Unwritten.push_back(n);
+}
+
+// None of the entries can be counted on to be on the disk.
+void OweWholeFile() {
+    Log.WholeFileOwed = true;
+    const i16 count = EntryCount();
+    Log.Unwritten.clear();
+    for (i16 n = 1; n <= count; ++n)
+        Log.Unwritten.push_back(n);
+}
+
+void OweNothing() {
+    Log.Unwritten.clear();
+    Log.WholeFileOwed = false;
+}
+
+// ---- writing
+
+int WriteAndClose(OpenedFile &file, std::span<const std::byte> bytes) {
+    if (const int error = file.WriteAt(0, bytes))
+        return error;
     if (const int error = file.Sync())
         return error;
     return file.Close();
 }
 
-// The header and these entries in a file of their own.
-int WriteAnew(const std::vector<i16> &numbers) {
+// The file is made, or what is left of it written over; nothing that it still holds is cut off.
+int WriteWholeFile() {
     OpenedFile file;
-    if (const int error = file.Open(Log.LogFileName, OpenMode::Create))
-        return error;
-    if (const int error = file.WriteAt(0, Encode(Log.KeptHeader)))
-        return error;
-    if (const int error = WriteRecords(file, numbers))
-        return error;
-    return Files.SyncFolder(FolderOf(Log.LogFileName));
+    int error = file.Open(Log.LogFileName, OpenMode::Update);
+    if (error == ENOENT)
+        error = file.Open(Log.LogFileName, OpenMode::Create);
+    if (error == 0)
+        error = WriteAndClose(file, LogImage(RecordLengthOfLog()));
+    if (error == 0)
+        error = Files.SyncFolder(FolderOf(Log.LogFileName));
+    LockLog();
+    return error;
 }
 
-int WriteRecordsInPlace(const std::vector<i16> &numbers) {
+// Whether the file still has its header and all that stands before the entries that are owed.
+bool HoldsWhatIsBefore(std::uint64_t length) {
+    if (length < kHeaderLength)
+        return false;
+    const i16 first = *std::min_element(Log.Unwritten.begin(), Log.Unwritten.end());
+    return !Log.CurrentFormat || first == 1 || length >= OffsetOf(first, kEntryLength);
+}
+
+// Writes the entries that are owed into their places. When the file turns out to be gone or cut it
+// is owed as a whole, and nothing is written.
+int WriteEntriesInPlace() {
     OpenedFile file;
     int error = file.Open(Log.LogFileName, OpenMode::Update);
     std::uint64_t length = 0;
     if (error == 0)
         error = file.Length(length);
-    if (error == ENOENT || (error == 0 && length < kHeaderLength))
-        return WriteAnew(AllEntries());
-    if (error != 0)
+    if (error == ENOENT || (error == 0 && !HoldsWhatIsBefore(length)))
+        OweWholeFile();
+    if (error != 0 || Log.WholeFileOwed)
         return error;
-    // A file that has lost entries gets them back, or zeros would stand in their places.
-    const i16 first = *std::min_element(numbers.begin(), numbers.end());
-    const bool lacksEntries =
-        Log.CurrentFormat && first > 1 && length < OffsetOf(first, kEntryLength);
-    return WriteRecords(file, lacksEntries ? AllEntries() : numbers);
+    for (const i16 n : Log.Unwritten)
+        if ((error = file.WriteAt(OffsetOf(n, kEntryLength), Encode(Log.LogEntries[n]))) != 0)
+            return error;
+    if ((error = file.Sync()) != 0)
+        return error;
+    return file.Close();
 }
+
+template <typename Entry>
+void PutEntry(FileBytes &bytes, std::uint64_t offset, const Entry &entry) {
+    std::ranges::copy(Encode(entry), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
+}
+
+// An entry that was logged into a log of an old form stands among those of today's.
+template <typename Entry> Entry OldOrNew(const Entry &old, const LogEntry &added) {
+    return added == LogEntry() ? old : static_cast<const Entry &>(added);
+}
+
+// ---- comparing
+
+enum class FileIs { Whole, OfAnotherLog, NoLog };
+
+FileIs KindOfFile(std::span<const std::byte> bytes) {
+    LogHeader header;
+    Decode(bytes, header);
+    if (bytes.size() < kHeaderLength)
+        return FileIs::NoLog;
+    if (header == Log.KeptHeader)
+        return FileIs::Whole;
+    const bool isLog = ContestOfTag(header.ContestTag.Whole()) != kNoContest;
+    return isLog ? FileIs::OfAnotherLog : FileIs::NoLog;
+}
+
+// Whether the record has been cut or wiped out. One that merely reads differently was changed by
+// another program on purpose, and stays.
+bool LacksEntry(std::span<const std::byte> bytes, i16 n) {
+    const auto offset = std::min<std::size_t>(OffsetOf(n, kEntryLength), bytes.size());
+    const auto length = std::min(kEntryLength, bytes.size() - offset);
+    LogEntry entry;
+    Decode(bytes.subspan(offset, length), entry);
+    if (length == kEntryLength && !entry.Callsign.Trimmed().empty())
+        return false;
+    if (!IsBandCode(entry.BandIndex) && IsBandCode(Log.LogEntries[n].BandIndex))
+        entry.BandIndex = Log.LogEntries[n].BandIndex; // was repaired in memory alone
+    return entry != Log.LogEntries[n];
+}
+
+// Reads as much of the log's file as memory holds.
+int ReadForCompare(FileBytes &bytes) {
+    OpenedFile file;
+    if (const int error = file.Open(Log.LogFileName, OpenMode::Read))
+        return error;
+    bytes.resize(OffsetOf(Log.NextEntry, RecordLengthOfLog()));
+    std::size_t got = 0;
+    const int error = file.ReadAt(0, bytes, got);
+    bytes.resize(got);
+    return error;
+}
+
+// Finds what the file lacks; it is owed from then on. A file that can't be read lacks all.
+int CompareFile() {
+    FileBytes bytes;
+    const int error = ReadForCompare(bytes);
+    const FileIs kind = error == 0 ? KindOfFile(bytes) : FileIs::NoLog;
+    if (kind == FileIs::NoLog)
+        OweWholeFile();
+    if (kind != FileIs::Whole)
+        return error == ENOENT ? 0 : error;
+    // Contacts that were logged into a log of an old form have spoilt its records: its length
+    // tells.
+    if (!Log.CurrentFormat && EntryCountFromFile(bytes.size(), RecordLengthOfLog()) < Log.NextEntry)
+        OweWholeFile();
+    for (i16 n = 1; Log.CurrentFormat && n < Log.NextEntry; ++n)
+        if (LacksEntry(bytes, n))
+            Owe(n);
+    return 0;
+}
+
+// ---- reading
 
 template <typename Record>
 void DecodeAll(std::span<const std::byte> bytes, std::size_t recordLength,
@@ -86,7 +191,7 @@ void ForgetEntries() {
     Log.WorkingOld26 = {};
     Log.WorkingOld36 = {};
     Log.NextEntry = 1;
-    Log.Unwritten.clear();
+    OweNothing();
 }
 
 std::size_t RecordLength(bool currentFormat, i16 contestId) {
@@ -119,8 +224,31 @@ i32 EntryCountFromFile(std::uint64_t length, std::size_t recordLength) {
     return std::max(1, RoundToEven(std::min(records, 1e9)));
 }
 
+void LockLog() {
+    Files.LockOpenFile(Log.LogFileName, Log.Lock);
+}
+
+void UnlockLog() {
+    if (Log.Lock.Handle >= 0)
+        Files.Unlock(Log.Lock);
+    Log.Lock = {};
+}
+
 int CreateLogFile() {
-    return WriteAnew({});
+    OpenedFile file;
+    int error = file.Open(Log.LogFileName, OpenMode::Create);
+    if (error == 0)
+        error = WriteAndClose(file, Encode(Log.KeptHeader));
+    if (error == 0)
+        error = Files.SyncFolder(FolderOf(Log.LogFileName));
+    LockLog();
+    return error;
+}
+
+int EmptyLogFile() {
+    const int error = ReplaceFile(Log.LogFileName, Encode(Log.KeptHeader));
+    LockLog();
+    return error;
 }
 
 int ReadHeader(const std::string &path, LogHeader &header) {
@@ -167,17 +295,59 @@ int ReadEntries(i16 contestId, i32 &beyond) {
 void StoreEntry(i16 n) {
     assert(n >= 1 && n <= kMostEntries);
     Log.LogEntries[n] = Log.WorkingEntry;
-    if (std::find(Log.Unwritten.begin(), Log.Unwritten.end(), n) == Log.Unwritten.end())
-        Log.Unwritten.push_back(n);
+    Owe(n);
+}
+
+bool IsOwedToDisk() {
+    return Log.WholeFileOwed || !Log.Unwritten.empty();
 }
 
 int WriteOwedEntries() {
-    if (Log.Unwritten.empty())
+    if (!IsOwedToDisk())
         return 0;
-    const int error = WriteRecordsInPlace(Log.Unwritten);
+    int error = Log.WholeFileOwed ? 0 : WriteEntriesInPlace();
+    if (Log.WholeFileOwed)
+        error = WriteWholeFile();
     if (error == 0)
-        Log.Unwritten.clear();
+        OweNothing();
     return error;
+}
+
+int BringFileUpToDate() {
+    if (Log.LogState == kNoLog)
+        return 0;
+    const int error = Log.WholeFileOwed ? 0 : CompareFile();
+    return error != 0 ? error : WriteOwedEntries();
+}
+
+FileBytes LogImage(std::size_t recordLength) {
+    const i16 count = EntryCount();
+    FileBytes bytes(count == 0 ? kHeaderLength
+                               : OffsetOf(static_cast<i16>(count + 1), recordLength));
+    PutEntry(bytes, 0, Log.KeptHeader);
+    for (i16 n = 1; n <= count; ++n) {
+        const auto offset = OffsetOf(n, recordLength);
+        switch (recordLength) {
+        case kEntryLength: PutEntry(bytes, offset, Log.LogEntries[n]); break;
+        case kOld36Length:
+            PutEntry(bytes, offset, OldOrNew(Log.OldEntries36[n], Log.LogEntries[n]));
+            break;
+        default: PutEntry(bytes, offset, OldOrNew(Log.OldEntries26[n], Log.LogEntries[n])); break;
+        }
+    }
+    return bytes;
+}
+
+int SaveLogTo(const std::string &path) {
+    // A file that is whole is copied: it may still hold a contact that was killed last.
+    const int error = IsOwedToDisk() ? ReplaceFile(path, LogImage(RecordLengthOfLog()))
+                                     : CopyFile(Log.LogFileName, path);
+    if (error != 0)
+        return error;
+    OweNothing();
+    Log.LogFileName = path;
+    LockLog();
+    return 0;
 }
 
 int AppendEntry() {

@@ -2,6 +2,7 @@
 // synced and closed for every single contact.
 #pragma once
 
+#include "platform/files.h"
 #include "session/log_entry.h"
 
 #include <string>
@@ -33,6 +34,10 @@ struct OpenLog {
     i16 LogState = kNoLog;
 
     std::vector<i16> Unwritten; // entries that no write has brought to the disk yet
+    // The file is gone or cut, or was not synced since it was made again: the next write brings the
+    // header and all entries.
+    bool WholeFileOwed = false;
+    FileLock Lock; // keeps the file from other copies of the program while the log is open
 };
 extern OpenLog Log;
 
@@ -50,8 +55,15 @@ OldEntry36 EntryFields(i16 n);
 // even, at least 1.
 i32 EntryCountFromFile(std::uint64_t length, std::size_t recordLength);
 
+// Locks LogFileName for as long as the log is open; see Log.Lock for what came of it. After the
+// file has been replaced it must be done again. UnlockLog lets the file go.
+void LockLog();
+void UnlockLog();
+
 // Makes LogFileName anew with KeptHeader alone, 26 bytes, synced. Returns 0 or the system's error.
 [[nodiscard]] int CreateLogFile();
+// The same for a log with entries: the file is emptied as a whole or not at all.
+[[nodiscard]] int EmptyLogFile();
 // Reads the first record of a file; a file shorter than a header is error EINVAL.
 [[nodiscard]] int ReadHeader(const std::string &path, LogHeader &header);
 // Reads all entries of LogFileName in the form of the open log and sets NextEntry. `beyond` is the
@@ -60,9 +72,20 @@ i32 EntryCountFromFile(std::uint64_t length, std::size_t recordLength);
 
 // Puts the working entry into its place in memory; its write is owed from now on.
 void StoreEntry(i16 n);
+// Whether anything of the log is owed to the disk.
+bool IsOwedToDisk();
 // Writes what is owed, this entry and any that an earlier failure left behind, and syncs. A file
 // that has vanished or lost its header is made again with all entries.
 [[nodiscard]] int WriteOwedEntries();
+// Compares the file with what is in memory, and writes what it lacks. For before an operation that
+// reads, copies or closes the log: other processes may have cut or deleted the file. Where another
+// log stands in its place by now that one is left alone.
+[[nodiscard]] int BringFileUpToDate();
+// The log as one file, from memory: the header in a slot of its own, and all entries in records of
+// this length. A log without entries is its header.
+FileBytes LogImage(std::size_t recordLength);
+// The log gets another name, as it is in memory. The file of before stays.
+[[nodiscard]] int SaveLogTo(const std::string &path);
 // The three steps of a contact in a row: store, write, count.
 [[nodiscard]] int AppendEntry();
 // Stores and writes the working entry in the place of entry n, 1 to NextEntry - 1.

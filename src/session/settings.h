@@ -66,7 +66,7 @@ struct SettingsRecord {
     std::array<RadioSettings, 2> Radio;
     std::array<RadioSettings, kRadioModels> RadioDefaultSettings, RadioUserSettings;
 
-    std::string OpenFilePath; // the folder of the last file dialog; read as empty: the program's
+    std::string OpenFilePath; // the folder of the last file dialog; read as empty: FirstFolder
     std::array<std::string, 4> RecentFile; // most recent first
 
     std::array<std::array<std::string, 12>, kContests> Macros; // "[RADIOr][PLAYn]" and the text
@@ -100,10 +100,16 @@ struct ExtensionsRecord {
     bool FillCursorAtStart = false;    // the caret of a prefill stands where the number goes
     bool PrefillCountsAsEmpty = false; // Insert takes a field with only a prefill as empty
     bool InStateStateNames = false;    // reports of an in-state ZRT log name states by their list
+    std::string LogFolder; // what the file dialogs propose first, see FirstFolder; empty: AppPath
 
     friend bool operator==(const ExtensionsRecord &, const ExtensionsRecord &) = default;
 };
 extern ExtensionsRecord Extensions;
+
+// The folder that the file dialogs propose as long as the operator has chosen no other: LogFolder,
+// where "{documents}" stands for the user's documents, or the program's folder. It need not be
+// there yet.
+std::string FirstFolder();
 
 // Reads the file in Session.AppPath. Returns 0, or the system's error: then nothing was taken.
 // Gives a user profile without a name one, and then writes the file at once.

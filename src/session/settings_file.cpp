@@ -2,6 +2,7 @@
 
 #include "platform/controls.h"
 #include "platform/files.h"
+#include "platform/program.h"
 #include "session/data_files.h"
 #include "session/file_errors.h"
 #include "session/session_flags.h"
@@ -268,6 +269,18 @@ std::string SettingsText() {
     return text;
 }
 
+std::string FirstFolder() {
+    constexpr std::string_view kDocuments = "{documents}";
+    std::string folder = Extensions.LogFolder;
+    if (folder.starts_with(kDocuments)) {
+        std::string documents = ProgramFolders.DocumentsFolder();
+        if (documents.empty())
+            return Session.AppPath;
+        folder.replace(0, kDocuments.size(), WithoutSeparator(documents));
+    }
+    return folder.empty() ? Session.AppPath : folder;
+}
+
 int ReadSettings() {
     FileBytes bytes;
     if (const int error =
@@ -276,8 +289,9 @@ int ReadSettings() {
     TakeSettingsText({reinterpret_cast<const char *>(bytes.data()), bytes.size()});
     Session.SettingsRead = true;
     CheckTimingMethod();
-    if (Settings.OpenFilePath.empty())
-        Settings.OpenFilePath = Session.AppPath;
+    // The program's folder with its separator is what was written before one was chosen.
+    if (Settings.OpenFilePath.empty() || Settings.OpenFilePath == Session.AppPath)
+        Settings.OpenFilePath = FirstFolder();
     const bool named = NameProfiles();
     FindCurrentProfile();
     if (named)

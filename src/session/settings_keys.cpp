@@ -197,6 +197,7 @@ KeyTable ExtensionKeys() {
         {"FillCursorAtStart", &e.FillCursorAtStart},
         {"PrefillCountsAsEmpty", &e.PrefillCountsAsEmpty},
         {"InStateStateNames", &e.InStateStateNames},
+        {"LogFolder", &e.LogFolder},
     };
 }
 

@@ -62,12 +62,42 @@ TEST_F(Backup, ReplacesTheOneFromBefore) {
     EXPECT_EQ(Hex(BytesOf("stick/mine.ZRT")), Hex(LogOf(2)));
 }
 
-TEST_F(Backup, DoesNothingWithoutADrive) {
+TEST_F(Backup, WithoutADriveSaysWhereToNameOne) {
     OpenNamed(LogOf(1));
     for (const char *drive : {"[none]", ""}) {
         Settings.BackUpDrive = drive;
+        Answer({BoxAnswer::Ok});
         BackupLog();
-        EXPECT_TRUE(Devices.Boxes.empty());
+        EXPECT_EQ(LastBox().Text, "No backup drive is chosen.  Write a drive or a folder behind "
+                                  "BackUpDrive= in " +
+                                      PathOf(kSettingsFile) + " while ZRTLOG is closed.");
+    }
+    EXPECT_FALSE(FileExists("stick/mine.ZRT"));
+}
+
+TEST_F(Backup, OfALogThatHasVanishedIsWholeAndBringsTheLogBack) {
+    OpenNamed(LogOf(3));
+    std::remove(PathOf("mine.ZRT").c_str());
+    BackupLog();
+    EXPECT_EQ(Hex(BytesOf("stick/mine.ZRT")), Hex(LogOf(3)));
+    EXPECT_EQ(Hex(BytesOf("mine.ZRT")), Hex(LogOf(3)));
+}
+
+TEST_F(Backup, OfALogThatCantBeWrittenIsMadeFromMemory) {
+    for (const bool old : {false, true}) {
+        BeginProcess(Devices.ProgramFolder);
+        StartProgram();
+        Extensions.ProtectOldLogs = true;
+        const std::string whole = old ? OldLog(2) : LogOf(2);
+        OpenNamed(whole);
+        std::remove(PathOf("mine.ZRT").c_str());
+        Files.Open = [](const std::string &path, OpenMode mode, int &handle) {
+            return path == PathOf("mine.ZRT") ? EIO : DiskFiles().Open(path, mode, handle);
+        };
+        Answer({BoxAnswer::Ignore});
+        BackupLog();
+        EXPECT_EQ(Hex(BytesOf("stick/mine.ZRT")), Hex(whole));
+        Files.Open = DiskFiles().Open;
     }
 }
 

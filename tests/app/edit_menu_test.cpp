@@ -8,6 +8,7 @@
 #include "session/radio_state.h"
 #include "session/session_flags.h"
 #include "session/settings.h"
+#include "session/settings_file.h"
 #include "support/program.h"
 
 namespace zrt {
@@ -78,6 +79,17 @@ TEST_F(KillLast, TakesTheHigherCwBandsForPhoneInItsLabel) {
     Answer({BoxAnswer::Yes});
     KillLastEntry();
     EXPECT_TRUE(LogForm.QSONrLabel.Caption.ends_with(" SSB)")) << LogForm.QSONrLabel.Caption;
+}
+
+TEST_F(KillLast, TellsTheModeOnTheBandsAtTheBorder) {
+    OpenLogOf(kGeneric, 3);
+    for (const auto &[band, label] :
+         {std::pair<i16, const char *>{9, "QSO Nr 3    (10m SSB)"}, {8, "QSO Nr 2    (2m  CW)"}}) {
+        Radios.BandIndex = band;
+        Answer({BoxAnswer::Yes});
+        KillLastEntry();
+        EXPECT_EQ(LogForm.QSONrLabel.Caption, label);
+    }
 }
 
 TEST_F(KillLast, IsOverwrittenByTheNextContact) {
@@ -263,13 +275,40 @@ TEST_F(KillAll, OnADiskThatFailsLosesNothing) {
     }
 }
 
-TEST_F(KillAll, WritesTheSettings) {
+TEST_F(KillAll, NamesTheCopyThatHoldsTheContacts) {
+    Extensions.KeepKilledLog = true;
+    OpenLogOf(kGeneric, 2);
+    Answer({BoxAnswer::No});
+    KillAllEntries();
+    EXPECT_EQ(LastBox().Text, "Kill ALL log entries?\nIf you do so, a backup file is created, "
+                              "called KilledLog 1.zrt.");
+}
+
+TEST_F(KillAll, WritesTheSettingsAndThePlacesOfTheWindows) {
     OpenLogOf(kGeneric, 1);
     Settings.YourCall = "ZR1TEST";
+    LogForm.Left = 1234;
+    LogForm.Top = 567;
+    LogForm.Width = 8000;
+    LogForm.Height = 4000;
     Answer({BoxAnswer::Yes});
     KillAllEntries();
-    EXPECT_NE(BytesOf(kSettingsFile).find("YourCall=ZR1TEST"), std::string::npos);
+    const std::string settings = BytesOf(kSettingsFile);
+    EXPECT_NE(settings.find("YourCall=ZR1TEST\r\n"), std::string::npos);
+    EXPECT_NE(settings.find("LOGFORM OPEN 567 1234 4000 8000\r\n"), std::string::npos);
+    EXPECT_EQ(settings, SettingsText());
     EXPECT_TRUE(Session.RescanInPlace);
+}
+
+// A log whose file was cut by another process is killed from memory, whole.
+TEST_F(KillAll, OfAFileThatWasCutKeepsAllContacts) {
+    Extensions.KeepKilledLog = true;
+    OpenLogOf(kGeneric, 5);
+    const std::string whole = BytesOf(kTempLog);
+    MakeFile(kTempLog, whole.substr(0, 150));
+    Answer({BoxAnswer::Yes});
+    KillAllEntries();
+    EXPECT_EQ(Hex(BytesOf("KilledLog 1.zrt")), Hex(whole));
 }
 
 // ---- Edit Last Entry
@@ -280,6 +319,33 @@ TEST_F(EditLast, OfAnEmptyLogSaysSo) {
     ClickControl(LogForm.mnuEditLast);
     EXPECT_EQ(LastBox().Text, "No Entries in Log, so can't edit last entry.");
     EXPECT_EQ(LastBox().Title, "No Log Entries");
+}
+
+TEST_F(EditLast, WithoutAnEditorSaysSo) {
+    OpenLogOf(kGeneric, 1);
+    Answer({BoxAnswer::Ok});
+    ClickControl(LogForm.mnuEditLast);
+    EXPECT_EQ(LastBox().Text, "This version can't edit a contact yet.  Use Kill Last Entry, and "
+                              "log the contact again.");
+    EXPECT_EQ(Log.NextEntry, 2);
+}
+
+TEST_F(EditLast, ReadsTheLogAgainOnlyWhenNothingIsOwedToTheDisk) {
+    OpenLogOf(kGeneric, 1);
+    Devices.Disk = DiskMode::Full;
+    Answer({BoxAnswer::Cancel});
+    LogContact("K2ZZ", "BOB");
+    EditMenu.EditLastEntry = [] { return true; };
+    Answer({BoxAnswer::Abort});
+    EditLastEntry();
+    EXPECT_EQ(LastBox().Buttons, BoxButtons::AbortRetryIgnore);
+    EXPECT_EQ(Log.NextEntry, 3);
+    EXPECT_EQ(Log.Unwritten.size(), 1U);
+    EXPECT_EQ(Log.LogEntries[2].Callsign.Trimmed(), "K2ZZ");
+    Devices.Disk = DiskMode::Ok;
+    EditLastEntry();
+    EXPECT_EQ(Log.NextEntry, 3);
+    EXPECT_EQ(BytesOf(kTempLog).size(), 180U);
 }
 
 TEST_F(EditLast, RebuildsEverythingAfterAChangeAlone) {
@@ -301,6 +367,22 @@ TEST_F(EditLast, RebuildsEverythingAfterAChangeAlone) {
     EXPECT_EQ(Statistics.TotalPoints, 2);
     EXPECT_EQ(LogForm.lblLast.Caption, last);
     EXPECT_TRUE(Session.RescanInPlace);
+}
+
+// ---- Mark Years
+
+// The next contact may inherit from the working record.
+TEST_F(EditMenuOf, MarkingTheYearsLeavesTheWorkingRecordAlone) {
+    Extensions.StoreDecade = true;
+    SetTime(2005, 1, 15, 14, 37);
+    OpenLogOf(kGeneric, 2);
+    Log.WorkingEntry.RadioNumber = "2";
+    Log.WorkingEntry.Frequency = "7025";
+    const LogEntry before = Log.WorkingEntry;
+    Answer({BoxAnswer::Yes});
+    MarkDecade();
+    EXPECT_EQ(Log.LogEntries[1].Reserved.Whole()[0], '2');
+    EXPECT_EQ(Log.WorkingEntry, before);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "app/exit.h"
 
+#include "app/file_menu.h"
+#include "app/partial_window.h"
 #include "app/start_up.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
@@ -8,6 +10,8 @@
 #include "session/session_flags.h"
 #include "session/settings.h"
 #include "support/program.h"
+
+#include <filesystem>
 
 namespace zrt {
 namespace {
@@ -62,6 +66,50 @@ TEST_F(ExitTheProgram, AsksTheSameOfALogWithAName) {
     CloseForm(LogForm);
     ExpectEnded();
     EXPECT_TRUE(FileExists(kTempLog)); // nothing is deleted in this state
+}
+
+TEST_F(ExitTheProgram, AWindowThatIsOpenIsOpenAgainNextTime) {
+    OpenUnnamed();
+    OpenPartial();
+    Partial.Left = 4321;
+    Partial.Top = 765;
+    Partial.Width = 3000;
+    Partial.Height = 2000;
+    Answer({BoxAnswer::Yes});
+    Devices.FileAnswers = {"mine.ZRT"};
+    ExitProgram();
+    ASSERT_TRUE(Program.Ending);
+    CrashAndStart(); // after an exit there is nothing to recover
+    Settings.RecentFile[0] = PathOf("mine.ZRT");
+    ClickControl(LogForm.mnuFileRecent[0]);
+    EXPECT_TRUE(Partial.Visible);
+    EXPECT_EQ(Partial.Left, 4321);
+    EXPECT_EQ(Partial.Top, 765);
+}
+
+TEST_F(ExitTheProgram, OfALogWhoseFileHasVanishedWritesItAgain) {
+    OpenUnnamed();
+    LogContact("K2ZZ", "BOB");
+    Devices.FileAnswers = {"mine.ZRT"};
+    ASSERT_TRUE(FileSaveAs());
+    const std::string whole = BytesOf("mine.ZRT");
+    std::filesystem::remove(PathOf("mine.ZRT"));
+    Answer({BoxAnswer::Yes});
+    ExitProgram();
+    ExpectEnded();
+    EXPECT_EQ(Hex(BytesOf("mine.ZRT")), Hex(whole));
+}
+
+TEST_F(ExitTheProgram, OfALogWhoseFolderHasVanishedTellsAndMayReturn) {
+    OpenUnnamed();
+    std::filesystem::create_directory(PathOf("stick"));
+    Devices.FileAnswers = {"stick/mine.ZRT"};
+    ASSERT_TRUE(FileSaveAs());
+    std::filesystem::remove_all(PathOf("stick"));
+    Answer({BoxAnswer::Abort});
+    ExitProgram();
+    ExpectStays();
+    EXPECT_TRUE(LogForm.lblNotOnDisk.Caption.starts_with("NOT ON DISK: 1 QSO, Nr 1."));
 }
 
 TEST_F(ExitTheProgram, CancelReturnsToAnUnnamedLog) {

@@ -197,7 +197,7 @@ void BeginProcessOn(const std::string &folder) {
     Dialogs.File = AnswerFileDialog;
     Devices.Operator = UseDialog;
     Files = DiskFiles();
-    Files.Lock = [](const std::string &) { return true; };
+    Files.Lock = [](const std::string &) { return FileLock{LockResult::Taken, 0, {}, -1}; };
     if (Walk.OnFaultyDoor)
         InstallFaultyFiles();
 }

@@ -10,7 +10,11 @@
 #include "session/log_file.h"
 #include "session/radio_state.h"
 #include "session/session_flags.h"
+#include "session/settings.h"
 #include "support/program.h"
+
+#include <cerrno>
+#include <filesystem>
 
 namespace zrt {
 namespace {
@@ -99,6 +103,35 @@ TEST_F(FileMenu, NewOverALogWithANameAsksWithNoAsDefault) {
     EXPECT_EQ(Log.NextEntry, 1);
     EXPECT_EQ(Hex(BytesOf("mine.ZRT")), Hex(before));
     EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(HeaderBytes("SS9CW")));
+}
+
+TEST_F(FileMenu, NewAndOpenOverALogWithANameTellOfContactsThatAreNotOnDisk) {
+    OpenNamed();
+    Devices.Disk = DiskMode::Full;
+    Answer({BoxAnswer::Cancel});
+    LogContact("K2ZZ", "BOB");
+    for (void (*const deed)() : {FileNew, +[] { FileOpen(0); }}) {
+        Answer({BoxAnswer::Yes, BoxAnswer::Abort});
+        deed();
+        EXPECT_EQ(LastBox().Buttons, BoxButtons::AbortRetryIgnore);
+        EXPECT_EQ(Log.LogState, kUsersName);
+        EXPECT_EQ(Log.NextEntry, 3);
+        EXPECT_EQ(Log.Unwritten.size(), 1U);
+    }
+    Devices.Disk = DiskMode::Ok;
+    Answer({BoxAnswer::Yes});
+    CancelledNew();
+    EXPECT_EQ(BytesOf("mine.ZRT").size(), 180U);
+}
+
+TEST_F(FileMenu, NewOverALogWhoseFileWasCutWritesItWhole) {
+    OpenNamed();
+    LogContact("K2ZZ", "BOB");
+    const std::string whole = BytesOf("mine.ZRT");
+    MakeFile("mine.ZRT", whole.substr(0, 70));
+    Answer({BoxAnswer::Yes});
+    CancelledNew();
+    EXPECT_EQ(Hex(BytesOf("mine.ZRT")), Hex(whole));
 }
 
 TEST_F(FileMenu, NewOverAnUnnamedLogMayDropIt) {
@@ -231,10 +264,109 @@ TEST_F(FileMenu, SaveAsGivesTheLogItsName) {
     EXPECT_EQ(BytesOf("mine.ZRT").size(), 180U);
 }
 
-TEST_F(FileMenu, SaveAsOfANamedLogHasNothingToDo) {
+TEST_F(FileMenu, SaveAsOfANamedLogSaysThatThereIsNothingToDo) {
     OpenNamed();
+    Answer({BoxAnswer::Ok});
     EXPECT_TRUE(FileSaveAs());
+    EXPECT_EQ(LastBox().Text, "There is nothing to save: each contact is on the disk, in " +
+                                  PathOf("mine.ZRT") + ", from the moment it is logged.");
     EXPECT_EQ(Devices.FileDialogs.size(), 1U);
+}
+
+// ---- Save As of a file that other processes or a disk have damaged
+
+TEST_F(FileMenu, SaveAsOfATemporaryFileThatWasCutSavesAllContacts) {
+    for (const std::size_t left : {std::size_t{0}, std::size_t{26}, std::size_t{130}}) {
+        New();
+        for (const char *call : {"K1ZZ", "K2ZZ", "K3ZZ", "K4ZZ", "K5ZZ"})
+            LogContact(call);
+        const std::string whole = BytesOf(kTempLog);
+        MakeFile(kTempLog, whole.substr(0, left));
+        const std::string name = "cut" + std::to_string(left) + ".ZRT";
+        Devices.FileAnswers = {name};
+        EXPECT_TRUE(FileSaveAs());
+        EXPECT_EQ(Hex(BytesOf(name)), Hex(whole));
+        Answer({BoxAnswer::Yes});
+    }
+    CancelledNew();
+}
+
+TEST_F(FileMenu, SaveAsOfATemporaryFileThatWasDeletedSavesAllContacts) {
+    New();
+    LogContact("K1ZZ");
+    LogContact("K2ZZ");
+    const std::string whole = BytesOf(kTempLog);
+    std::filesystem::remove(PathOf(kTempLog));
+    Devices.FileAnswers = {"mine.ZRT"};
+    EXPECT_TRUE(FileSaveAs());
+    EXPECT_EQ(Hex(BytesOf("mine.ZRT")), Hex(whole));
+    EXPECT_FALSE(FileExists(kTempLog));
+}
+
+TEST_F(FileMenu, SaveAsOfALogWhoseFolderHasVanishedWritesItElsewhere) {
+    std::filesystem::create_directory(PathOf("stick"));
+    New();
+    LogContact("K1ZZ");
+    LogContact("K2ZZ");
+    Devices.FileAnswers = {"stick/mine.ZRT"};
+    ASSERT_TRUE(FileSaveAs());
+    const std::string before = BytesOf("stick/mine.ZRT");
+    std::filesystem::remove_all(PathOf("stick"));
+    Answer({BoxAnswer::Cancel});
+    LogContact("K3ZZ");
+    EXPECT_TRUE(LogForm.lblNotOnDisk.Visible);
+    EXPECT_TRUE(LogForm.lblNotOnDisk.Caption.starts_with("NOT ON DISK: 3 QSOs, Nr 1 to 3."))
+        << LogForm.lblNotOnDisk.Caption;
+    Answer({BoxAnswer::Cancel});
+    EXPECT_FALSE(FileSaveAs());
+    EXPECT_EQ(LastBox().Text, "No such file or directory: " + PathOf("stick/mine.ZRT") +
+                                  ".  3 contacts are not on disk.  Press OK to save the whole log "
+                                  "to another place.");
+    Answer({BoxAnswer::Ok});
+    Devices.FileAnswers = {"saved.ZRT"};
+    EXPECT_TRUE(FileSaveAs());
+    EXPECT_FALSE(LogForm.lblNotOnDisk.Visible);
+    EXPECT_EQ(BytesOf("saved.ZRT").substr(0, before.size()), before);
+    EXPECT_EQ(BytesOf("saved.ZRT").size(), 240U);
+    EXPECT_EQ(Log.LogState, kUsersName);
+    EXPECT_EQ(Log.LogFileName, PathOf("saved.ZRT"));
+    EXPECT_EQ(LogForm.lblLog.Caption, "Log: saved.ZRT - - Contest: [Generic]");
+    LogContact("K4ZZ");
+    EXPECT_EQ(BytesOf("saved.ZRT").size(), 300U);
+}
+
+TEST_F(FileMenu, SaveAsOfATemporaryLogOnABrokenDiskWritesItElsewhere) {
+    New();
+    LogContact("K1ZZ");
+    Files.WriteAt = [](int handle, std::uint64_t offset, std::span<const std::byte> bytes) {
+        const bool isRecord = bytes.size() == 60;
+        return isRecord ? EIO : DiskFiles().WriteAt(handle, offset, bytes);
+    };
+    Answer({BoxAnswer::Cancel});
+    LogContact("K2ZZ");
+    Answer({BoxAnswer::Ok});
+    Devices.FileAnswers = {"mine.ZRT"};
+    EXPECT_TRUE(FileSaveAs());
+    EXPECT_EQ(BytesOf("mine.ZRT").size(), 180U);
+    EXPECT_FALSE(FileExists(kTempLog));
+}
+
+TEST_F(FileMenu, SaveAsProposesTheLogFolderAndMakesIt) {
+    Extensions.LogFolder = "{documents}/ZRTLOG";
+    Settings.OpenFilePath = FirstFolder();
+    New();
+    EXPECT_FALSE(FileExists("Documents/ZRTLOG"));
+    Devices.FileAnswers = {std::nullopt};
+    EXPECT_FALSE(FileSaveAs());
+    EXPECT_EQ(Devices.FileDialogs.back().Folder, PathOf("Documents/ZRTLOG"));
+    EXPECT_TRUE(FileExists("Documents/ZRTLOG"));
+    Devices.FileAnswers = {"mine.ZRT"};
+    EXPECT_TRUE(FileSaveAs());
+    Answer({BoxAnswer::Yes});
+    New();
+    Devices.FileAnswers = {std::nullopt};
+    EXPECT_FALSE(FileSaveAs());
+    EXPECT_EQ(Devices.FileDialogs.back().Folder, Devices.ProgramFolder); // that of the last log
 }
 
 TEST_F(FileMenu, SaveAsStopsAtCancel) {

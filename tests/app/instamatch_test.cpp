@@ -145,12 +145,23 @@ TEST_F(InstaMatch, RefusesWhatIsNoLog) {
         EXPECT_EQ(LastBox().Text, "The file ANY.ZRT is not a ZRT log.");
         EXPECT_EQ(List(), "W1AW=AA1");
     }
+    MakeFile("ANY.ZRT", HeaderBytes("AA CW").substr(0, 25)); // the tag is whole
+    Answer({BoxAnswer::Ok});
+    EXPECT_FALSE(TakeOldCallsFile(PathOf("ANY.ZRT")));
     std::string incompatible = LogOf("AA CW", {"K1ZZ"});
     incompatible[16] = 1;
     MakeFile("ANY.ZRT", incompatible);
     Answer({BoxAnswer::Ok});
     Select("ANY.ZRT");
     EXPECT_EQ(List(), "W1AW=AA1");
+}
+
+TEST_F(InstaMatch, SaysWhetherItHasTakenALog) {
+    MakeFile("ANY.ZRT", LogOf("AA CW", {"K1ZZ"}));
+    EXPECT_TRUE(TakeOldCallsFile(PathOf("ANY.ZRT")));
+    MakeFile("ANY.ZRT", HeaderBytes("AA CW"));
+    EXPECT_TRUE(TakeOldCallsFile(PathOf("ANY.ZRT"))); // without contacts
+    EXPECT_EQ(List(), "K1ZZ=AA1");
 }
 
 // ---- files of calls

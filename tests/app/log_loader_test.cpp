@@ -13,6 +13,7 @@
 #include "session/settings.h"
 #include "support/program.h"
 
+#include <algorithm>
 #include <cerrno>
 
 namespace zrt {
@@ -190,9 +191,39 @@ TEST_F(LogLoader, ARescanKeepsTheLastLine) {
     EXPECT_EQ(LogForm.lblLast.Caption, last);
 }
 
-TEST_F(LogLoader, ARealLoadStartsWithoutALastLine) {
-    LoadTemporary(LogOf(HeaderBytes("GEN  "), 1));
+TEST_F(LogLoader, ShowsTheLastContactAsAfterItWasLogged) {
+    StartProgram();
+    OpenNewLog(kSs);
     EXPECT_EQ(LogForm.lblLast.Caption, "");
+    LogContact("K6XY", "7 Q 70 SCV");
+    const std::string last = LogForm.lblLast.Caption;
+    EXPECT_EQ(last, "Last: 20 CW  K6XY  Nr 1  7 Q 70 SCV  Pts 2");
+    LoadTemporary(BytesOf(kTempLog));
+    EXPECT_EQ(LogForm.lblLast.Caption, last);
+    LoadTemporary(BytesOf(kTempLog) + EntryBytes(MakeEntry("VOID", -21155, 1437, 3, '0')));
+    EXPECT_EQ(LogForm.lblLast.Caption, last); // a void is no contact
+}
+
+TEST_F(LogLoader, GivesTheMessageAndVoiceWindowsTheirLeastSizes) {
+    static Form messages, voice;
+    messages = voice = {};
+    RegisterForm(messages, "ViewMac", "stands for the message window", {});
+    RegisterForm(voice, "Audio", "stands for the voice window", {});
+    auto &rows = Settings.Windows[kGeneric - 1];
+    for (const i16 size : {i16{2000}, i16{3050}, i16{5000}}) {
+        rows[kViewMac] = {"VIEWMAC", "OPEN", 10, 20, size, size};
+        rows[kAudio] = {"AUDIO", "OPEN", 10, 20, size, size};
+        rows[kLogForm] = {"LOGFORM", "OPEN", 10, 20, size, size};
+        LoadTemporary(LogOf(HeaderBytes("GEN  "), 1));
+        EXPECT_EQ(messages.Height, std::max<i16>(size, 3100));
+        EXPECT_EQ(messages.Width, size);
+        EXPECT_EQ(voice.Width, std::max<i16>(size, 3000));
+        EXPECT_EQ(voice.Height, size);
+        EXPECT_EQ(LogForm.Width, size);
+        EXPECT_EQ(LogForm.Height, size);
+    }
+    RegisterForm(messages, "", "", {}); // the next test knows nothing of them
+    RegisterForm(voice, "", "", {});
 }
 
 TEST_F(LogLoader, AReadErrorMayBeRetriedOrGivenUp) {

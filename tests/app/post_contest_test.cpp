@@ -151,7 +151,7 @@ TEST_F(AfterTheContest, EachBoxReachesItsOutput) {
     Open({ClickOk});
     EXPECT_EQ(MadeFiles(), Names());
     EXPECT_TRUE(FileExists("LOG.LOG"));
-    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG");
+    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG in " + Devices.ProgramFolder);
     EXPECT_TRUE(Devices.Boxes.empty());
 }
 
@@ -163,7 +163,8 @@ TEST_F(AfterTheContest, TheFilesAreNamedInTheOrderOfWriting) {
         Tick(PostContest.chkNormal);
         ClickOk();
     }});
-    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG, LOG.SUM, LOG.DUP");
+    EXPECT_EQ(LogForm.lblLog.Caption,
+              "Files written: LOG.LOG, LOG.SUM, LOG.DUP in " + Devices.ProgramFolder);
     EXPECT_TRUE(LogForm.lblLog.Visible);
 }
 
@@ -378,7 +379,8 @@ TEST_F(AfterTheContest, AFailureThatIsGivenUpKeepsTheDialogWithItsChoices) {
               EXPECT_FALSE(PostContest.Visible);
           }});
     EXPECT_EQ(MadeFiles(), (Names{"Summary", "RateSheet", "AsciiLog", "DupeFiles", "Adif -US"}));
-    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG, LOG.ASC");
+    EXPECT_EQ(LogForm.lblLog.Caption,
+              "Files written: LOG.LOG, LOG.ASC in " + Devices.ProgramFolder);
     EXPECT_EQ(Devices.Boxes.size(), 1U);
 }
 
@@ -392,7 +394,7 @@ TEST_F(AfterTheContest, WhatWasWrittenBeforeAFailureIsNamedAfterCancelToo) {
               ClickOk();
           },
           ClickCancel});
-    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG");
+    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG in " + Devices.ProgramFolder);
     Open({ClickCancel}); // nothing was written this time
     EXPECT_EQ(LogForm.lblLog.Caption, "");
 }
@@ -444,7 +446,7 @@ TEST_F(AfterTheContest, AnExchangeThatWasMissingIsCheckedAgainstTheListsOfTheCon
               EXPECT_EQ(Settings.ExchangeZRTMult, "ALD");
               ClickOk();
           }});
-    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG");
+    EXPECT_EQ(LogForm.lblLog.Caption, "Files written: LOG.LOG in " + Devices.ProgramFolder);
     EXPECT_EQ(Devices.Boxes.size(), 3U);
 }
 

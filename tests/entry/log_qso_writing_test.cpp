@@ -63,7 +63,7 @@ TEST_F(WritingAContact, OnAFullDiskTellsAndGoesOnAfterCancel) {
     EXPECT_EQ(LogForm.InData[0].Text, "");
     EXPECT_EQ(BytesOf(kTempLog).size(), 120U);
     EXPECT_TRUE(LogForm.lblNotOnDisk.Visible);
-    EXPECT_NE(LogForm.lblNotOnDisk.Caption.find("QSO Nr 2."), std::string::npos)
+    EXPECT_NE(LogForm.lblNotOnDisk.Caption.find("1 QSO, Nr 2."), std::string::npos)
         << LogForm.lblNotOnDisk.Caption;
 }
 

@@ -89,7 +89,11 @@ void InstallMemoryFiles() {
     Files.MakeFolder = [](const std::string &) { return 0; };
     Files.Exists = [](const std::string &path) { return stored.contains(path); };
     Files.List = List;
-    Files.Lock = [](const std::string &) { return true; };
+    Files.Lock = [](const std::string &) { return FileLock{LockResult::Taken, 0, {}, -1}; };
+    Files.LockOpenFile = [](const std::string &, FileLock &lock) {
+        lock.Result = LockResult::Taken;
+    };
+    Files.Unlock = [](FileLock &lock) { lock = {}; };
 }
 
 void PutMemoryFile(const std::string &path, const std::uint8_t *data, std::size_t size) {

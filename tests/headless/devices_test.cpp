@@ -279,9 +279,15 @@ TEST_F(DevicesTest, ABrokenDiskFailsInWriteAndSync) {
 TEST_F(DevicesTest, AnotherCopyHoldsEveryLock) {
     const std::string path = ProgramFolders.UserFolder() + "lock";
     Devices.OtherCopyRunning = true;
-    EXPECT_FALSE(Files.Lock(path));
+    EXPECT_EQ(Files.Lock(path).Result, LockResult::Held);
+    FileLock log;
+    Files.LockOpenFile(path, log);
+    EXPECT_EQ(log.Result, LockResult::Held);
     Devices.OtherCopyRunning = false;
-    EXPECT_TRUE(Files.Lock(path));
+    EXPECT_EQ(Files.Lock(path).Result, LockResult::Taken);
+    Files.LockOpenFile(path, log);
+    EXPECT_EQ(log.Result, LockResult::Taken);
+    Files.Unlock(log);
 }
 
 TEST_F(DevicesTest, AllFoldersAreTheProgramFolder) {

@@ -254,7 +254,7 @@ void Start() {
     PrepareFields();
     PrepareMenu();
     PrepareControls();
-    Fake.Locked = Files.Lock(ProgramFolders.UserFolder() + "lock");
+    Fake.Locked = Files.Lock(ProgramFolders.UserFolder() + "lock").Result == LockResult::Taken;
     if (!Fake.Locked) {
         ShowMessageBox({"It runs already.", "Fake", BoxButtons::Ok, BoxIcon::Critical, 1});
         EndProgram(1);

@@ -144,12 +144,6 @@ TEST_F(FileTools, ListsFilesSortedAndWithoutFolders) {
     EXPECT_TRUE(Files.List(PathOf("none")).empty());
 }
 
-TEST_F(FileTools, ALockIsTakenOnce) {
-    EXPECT_TRUE(DiskFiles().Lock(PathOf("lock")));
-    EXPECT_FALSE(DiskFiles().Lock(PathOf("lock")));
-    EXPECT_TRUE(DiskFiles().Lock(PathOf("other")));
-}
-
 TEST_F(FileTools, RemoveAndRenameTellWhatIsMissing) {
     EXPECT_EQ(Files.Remove(PathOf("none")), ENOENT);
     EXPECT_EQ(Files.Rename(PathOf("none"), PathOf("a")), ENOENT);

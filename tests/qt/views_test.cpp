@@ -153,8 +153,8 @@ TEST_F(Views, TheWarningIsShownToItsEnd) {
     LogForm.InData[0].Visible = true;
     LogForm.lblNotOnDisk.Visible = true;
     LogForm.lblNotOnDisk.Caption =
-        "NOT ON DISK: QSO Nr 1232 to 1240.  Make room on the disk; it is tried again every 10 "
-        "seconds and with the next QSO.";
+        "NOT ON DISK: 9 QSOs, Nr 1232 to 1240.  It is tried again every 10 seconds and with the "
+        "next QSO.  File, Save As writes the log to another disk.";
     ViewOf(LogForm)->resize(760, ViewOf(LogForm)->height());
     Turn();
     const auto *label = static_cast<PlaceLabel *>(Widget("lblNotOnDisk"));

@@ -2,9 +2,11 @@
 
 #include "entry/log_form.h"
 #include "platform/files.h"
+#include "session/bands.h"
 #include "support/program.h"
 
 #include <cerrno>
+#include <cstdio>
 
 namespace zrt {
 namespace {
@@ -248,6 +250,128 @@ TEST_F(LogFile, ThatHasVanishedFromAFullDiskIsMadeAgainLater) {
     Devices.Disk = DiskMode::Ok;
     EXPECT_EQ(WriteOwedEntries(), 0);
     EXPECT_EQ(Hex(BytesOf(kTempLog).substr(60)), Hex(Entries(1, 3)));
+}
+
+// A system may call the pages of a failed sync clean: the next sync succeeds, and the disk has
+// nothing.
+TEST_F(LogFile, ThatWasMadeAgainAndNotSyncedIsWrittenWholeAgain) {
+    OpenNewLog(kGeneric);
+    Append(3);
+    std::remove(PathOf(kTempLog).c_str());
+    Files.Sync = [](int) { return EIO; };
+    Log.WorkingEntry = MakeEntry("K4ZZ", -21155, 1438, 3, '2');
+    EXPECT_EQ(AppendEntry(), EIO);
+    EXPECT_EQ(Log.Unwritten.size(), 4U);
+    static std::uint64_t written;
+    written = 0;
+    Files.Sync = DiskFiles().Sync;
+    Files.WriteAt = [](int handle, std::uint64_t offset, std::span<const std::byte> bytes) {
+        written += bytes.size();
+        return DiskFiles().WriteAt(handle, offset, bytes);
+    };
+    EXPECT_EQ(WriteOwedEntries(), 0);
+    EXPECT_EQ(written, 300U);
+    EXPECT_FALSE(IsOwedToDisk());
+    EXPECT_EQ(Hex(BytesOf(kTempLog).substr(60)), Hex(Entries(1, 4)));
+}
+
+TEST_F(LogFile, ThatWasMadeAgainIsOwedUntilItsFolderIsSynced) {
+    OpenNewLog(kGeneric);
+    Append(2);
+    std::remove(PathOf(kTempLog).c_str());
+    Files.SyncFolder = [](const std::string &) { return EIO; };
+    EXPECT_EQ(BringFileUpToDate(), EIO);
+    EXPECT_EQ(Log.Unwritten.size(), 2U);
+    static int folderSyncs;
+    folderSyncs = 0;
+    Files.SyncFolder = [](const std::string &) { return ++folderSyncs, 0; };
+    EXPECT_EQ(WriteOwedEntries(), 0);
+    EXPECT_EQ(folderSyncs, 1);
+}
+
+// ---- what other processes do to the file
+
+TEST_F(LogFile, IsComparedWithMemoryAndGetsBackWhatItLacks) {
+    OpenNewLog(kGeneric);
+    Append(5);
+    const std::string whole = BytesOf(kTempLog);
+    std::string holed = whole;
+    holed.replace(120, 60, std::string(60, '\0'));
+    for (const std::string &left :
+         {std::string(), whole.substr(0, 25), whole.substr(0, 26), whole.substr(0, 60),
+          whole.substr(0, 150), whole.substr(0, 300), holed, std::string(360, 'x')}) {
+        MakeFile(kTempLog, left);
+        EXPECT_EQ(BringFileUpToDate(), 0);
+        EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(whole)) << left.size();
+    }
+    std::remove(PathOf(kTempLog).c_str());
+    EXPECT_EQ(BringFileUpToDate(), 0);
+    EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(whole));
+}
+
+TEST_F(LogFile, ThatHoldsAllIsNotWritten) {
+    OpenNewLog(kGeneric);
+    Append(3);
+    --Log.NextEntry; // killed: the file keeps it
+    const std::string whole = BytesOf(kTempLog);
+    Devices.Disk = DiskMode::Broken;
+    EXPECT_EQ(BringFileUpToDate(), 0);
+    EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(whole));
+}
+
+// A band that was repaired and texts with NUL are no difference.
+TEST_F(LogFile, ThatCameFromElsewhereIsNotWrittenForItsOddBytes) {
+    std::string entry = EntryBytes(MakeEntry("K1ZZ", -21155, 1437, 99, '2'));
+    entry.replace(10, 6, std::string(6, '\0'));
+    const std::string bytes =
+        HeaderBytes("GEN\0\0") + std::string(34, '\xAA') + entry + entry.substr(0, 31);
+    LoadTemporary(bytes);
+    ASSERT_EQ(Log.LogEntries[1].BandIndex, kBandOfBadCode);
+    EXPECT_EQ(BringFileUpToDate(), 0);
+    EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(bytes));
+}
+
+TEST_F(LogFile, ThatWasReplacedOrChangedOnPurposeIsLeftAlone) {
+    OpenNewLog(kGeneric);
+    Append(3);
+    std::string changed = BytesOf(kTempLog);
+    changed.replace(126, 4, "VOID");
+    const std::string other = HeaderBytes("AA CW") + std::string(34, '\0');
+    for (const std::string &bytes : {changed, other}) {
+        MakeFile(kTempLog, bytes);
+        EXPECT_EQ(BringFileUpToDate(), 0);
+        EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(bytes));
+    }
+}
+
+TEST_F(LogFile, ThatCantBeReadIsOwedAsAWhole) {
+    OpenNewLog(kGeneric);
+    Append(3);
+    Files.ReadAt = [](int, std::uint64_t, std::span<std::byte>, std::size_t &) { return EIO; };
+    EXPECT_EQ(BringFileUpToDate(), EIO);
+    EXPECT_EQ(Log.Unwritten.size(), 3U);
+    EXPECT_EQ(WriteOwedEntries(), 0);
+    EXPECT_FALSE(IsOwedToDisk());
+}
+
+TEST_F(LogFile, OfAnOldFormIsMadeAgainInItsOwnForm) {
+    const std::string entry = EntryBytes(MakeEntry("K1ZZ", 21155, 1437, 3, '2'));
+    std::string header = HeaderBytes("SS9CW");
+    header[4] = 0;
+    const std::string old26 = header + entry.substr(0, 26) + entry.substr(0, 26);
+    header = HeaderBytes("NA CW");
+    header[4] = 0;
+    const std::string old36 = header + std::string(10, '\0') + entry.substr(0, 26) + "JOE       ";
+    for (const std::string &bytes : {old26, old36}) {
+        BeginProcess(Devices.ProgramFolder);
+        LoadTemporary(bytes);
+        std::remove(PathOf(kTempLog).c_str());
+        EXPECT_EQ(BringFileUpToDate(), 0);
+        EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(bytes));
+        MakeFile(kTempLog, bytes.substr(0, 40));
+        EXPECT_EQ(BringFileUpToDate(), 0);
+        EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(bytes));
+    }
 }
 
 TEST_F(LogFile, TheArraysHold9000EntriesAnd5000OfTheOldNamedForm) {

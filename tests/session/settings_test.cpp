@@ -1,6 +1,7 @@
 #include "session/settings.h"
 
 #include "platform/files.h"
+#include "platform/program.h"
 #include "session/session_flags.h"
 #include "session/settings_file.h"
 #include "session/user_profiles.h"
@@ -72,6 +73,22 @@ TEST_F(SettingsOnDisk, TheCurrentProfileIsFoundByItsName) {
     Read("[User Profile 1]\nCurrentUserProfileName=Nobody\n" + names);
     EXPECT_EQ(Profiles.Current, 1);
     EXPECT_EQ(Profiles.CurrentUserProfileName, "Nobody");
+}
+
+TEST_F(SettingsOnDisk, AnEmptyOpenFilePathIsTheLogFolderWhereThereIsOne) {
+    const std::string extensions = "[Extensions]\nLogFolder=";
+    Read("[File Information]\nOpenFilePath=\n" + extensions + "{documents}/ZRTLOG\n");
+    EXPECT_EQ(Settings.OpenFilePath, Session.AppPath + "Documents/ZRTLOG");
+    Read("[File Information]\nOpenFilePath=\n" + extensions + "/logs\n");
+    EXPECT_EQ(Settings.OpenFilePath, "/logs");
+    Read("[File Information]\nOpenFilePath=/mine\n" + extensions + "/logs\n");
+    EXPECT_EQ(Settings.OpenFilePath, "/mine");
+    // An installation without the key wrote its own folder before one was chosen.
+    Read("[File Information]\nOpenFilePath=" + Session.AppPath + "\n" + extensions + "/logs\n");
+    EXPECT_EQ(Settings.OpenFilePath, "/logs");
+    ProgramFolders.DocumentsFolder = [] { return std::string(); };
+    Read("[File Information]\nOpenFilePath=\n" + extensions + "{documents}/ZRTLOG\n");
+    EXPECT_EQ(Settings.OpenFilePath, Session.AppPath);
 }
 
 TEST_F(SettingsOnDisk, AnEmptyOpenFilePathIsTheProgramsFolder) {

@@ -178,6 +178,7 @@ ExtraBaudRates=False
 FillCursorAtStart=False
 PrefillCountsAsEmpty=False
 InStateStateNames=False
+LogFolder=
 
 )";
 
@@ -378,7 +379,7 @@ TEST_F(SettingsFile, OfAFirstInstallationIsWrittenAsItIs) {
     EXPECT_EQ(BytesOf(kSettingsFile), bytes) << "its profiles have names";
     const std::string folder = "\r\nOpenFilePath=";
     if (const auto at = bytes.find(folder + "\r\n"); at != std::string::npos)
-        bytes.insert(at + folder.size(), Session.AppPath);
+        bytes.insert(at + folder.size(), FirstFolder());
     WriteSettings(false);
     EXPECT_EQ(BytesOf(kSettingsFile), bytes);
 }
@@ -523,6 +524,7 @@ TEST_F(SettingsFile, EachKeyIsTheMemberOfItsName) {
         EXTENSION(FillCursorAtStart),
         EXTENSION(PrefillCountsAsEmpty),
         EXTENSION(InStateStateNames),
+        EXTENSION(LogFolder),
         {"UseDTRtoKey(1)", &Settings.UseDTRtoKey[0]},
         {"UseDTRtoKey(2)", &Settings.UseDTRtoKey[1]},
         {"RecentFile1", &Settings.RecentFile[0]},

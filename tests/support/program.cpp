@@ -62,11 +62,12 @@ BoxAnswer BoxWithDeed(const MessageBox &box) {
 }
 
 // The lock of a real file would outlive a process that only the test ends.
-bool VirtualLock(const std::string &) {
-    return !Devices.OtherCopyRunning;
+FileLock VirtualLock(const std::string &) {
+    return {Devices.OtherCopyRunning ? LockResult::Held : LockResult::Taken, 0, {}, -1};
 }
 
 void ForgetModules() {
+    UnlockLog(); // as the end of its process does
     Log = {};
     Contest = {};
     Radios = {};
