@@ -70,13 +70,14 @@ TEST_F(ExitTheProgram, AsksTheSameOfALogWithAName) {
 
 TEST_F(ExitTheProgram, AWindowThatIsOpenIsOpenAgainNextTime) {
     OpenUnnamed();
+    Devices.FileAnswers = {"mine.ZRT"};
+    ASSERT_TRUE(FileSaveAs()); // writes the settings for the last time before the exit
     OpenPartial();
     Partial.Left = 4321;
     Partial.Top = 765;
     Partial.Width = 3000;
     Partial.Height = 2000;
     Answer({BoxAnswer::Yes});
-    Devices.FileAnswers = {"mine.ZRT"};
     ExitProgram();
     ASSERT_TRUE(Program.Ending);
     CrashAndStart(); // after an exit there is nothing to recover

@@ -198,8 +198,10 @@ TEST_F(LogLoader, ShowsTheLastContactAsAfterItWasLogged) {
     LogContact("K6XY", "7 Q 70 SCV");
     const std::string last = LogForm.lblLast.Caption;
     EXPECT_EQ(last, "Last: 20 CW  K6XY  Nr 1  7 Q 70 SCV  Pts 2");
+    LogForm.lblLast.Caption.clear();
     LoadTemporary(BytesOf(kTempLog));
     EXPECT_EQ(LogForm.lblLast.Caption, last);
+    LogForm.lblLast.Caption.clear();
     LoadTemporary(BytesOf(kTempLog) + EntryBytes(MakeEntry("VOID", -21155, 1437, 3, '0')));
     EXPECT_EQ(LogForm.lblLast.Caption, last); // a void is no contact
 }

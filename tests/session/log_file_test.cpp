@@ -289,6 +289,26 @@ TEST_F(LogFile, ThatWasMadeAgainIsOwedUntilItsFolderIsSynced) {
     EXPECT_EQ(folderSyncs, 1);
 }
 
+TEST_F(LogFile, StaysLockedWhenAnotherFileTakesItsPlace) {
+    const auto isLocked = [] {
+        FileLock other;
+        DiskFiles().LockOpenFile(PathOf(kTempLog), other);
+        const bool held = other.Result == LockResult::Held;
+        DiskFiles().Unlock(other);
+        return held;
+    };
+    OpenNewLog(kGeneric);
+    EXPECT_TRUE(isLocked());
+    Append(1);
+    EXPECT_EQ(EmptyLogFile(), 0);
+    EXPECT_TRUE(isLocked());
+    std::remove(PathOf(kTempLog).c_str());
+    EXPECT_EQ(BringFileUpToDate(), 0);
+    EXPECT_TRUE(isLocked());
+    UnlockLog();
+    EXPECT_FALSE(isLocked());
+}
+
 // ---- what other processes do to the file
 
 TEST_F(LogFile, IsComparedWithMemoryAndGetsBackWhatItLacks) {
