@@ -49,8 +49,7 @@ void RescanOpenLog() {
 int KeepKilledLog() {
     const std::string path = Session.AppPath + "KilledLog";
     const std::array names = {path + " 1.zrt", path + " 2.zrt", path + " 3.zrt"};
-    const int error = CopyFile(Log.LogFileName, path + ".new");
-    return error != 0 ? error : MoveToFirst(path + ".new", names);
+    return CopyToFirst(Log.LogFileName, names);
 }
 
 // The copy that holds the contacts.

@@ -189,7 +189,7 @@ bool TakeOldCallsFile(const std::string &path) {
         return false;
     }
     FileBytes bytes;
-    if (!WithRetry([&path, &bytes] { return ReadFileUpTo(path, kMostDataBytes, bytes); }))
+    if (!WithRetry([&path, &bytes] { return ReadFileUpTo(path, kMostFileBytes, bytes); }))
         return false;
     if (isLog)
         return TakeLog(path, bytes);

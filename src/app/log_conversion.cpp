@@ -38,23 +38,24 @@ template <typename Edit> void EditEntries(FileBytes &bytes, std::size_t recordLe
     }
 }
 
-// The new file is complete before the old one gives up its name.
-int PutInPlace(const FileBytes &bytes) {
+// A crash between the two steps of PutInPlace leaves the copy behind.
+bool IsCopy(const std::string &path, const FileBytes &bytes) {
+    FileBytes there;
+    return ReadFile(path, there) == 0 && there == bytes;
+}
+
+// The old log is safe under its new name before the converted one takes its place.
+int PutInPlace(const FileBytes &old, const FileBytes &converted) {
     const std::string saved = SavedName();
-    const std::string converted = Log.LogFileName + ".new";
-    if (Files.Exists(saved))
-        return EEXIST; // a rename would write over it
-    if (const int error = ReplaceFile(converted, bytes))
+    if (Files.Exists(saved)) {
+        if (!IsCopy(saved, old))
+            return EEXIST;
+    } else if (const int error = ReplaceFile(saved, old)) {
         return error;
-    int error = Files.Rename(Log.LogFileName, saved);
-    if (error == 0) {
-        error = Files.Rename(converted, Log.LogFileName);
-        if (error != 0)
-            (void)Files.Rename(saved,
-                               Log.LogFileName); // or the log is under the name that was told
     }
-    if (error != 0)
-        (void)Files.Remove(converted); // a copy of what is safe
+    const int error = ReplaceFile(Log.LogFileName, converted);
+    if (error != 0 && IsCopy(Log.LogFileName, old))
+        (void)Files.Remove(saved); // a copy of what is safe
     return error;
 }
 
@@ -66,9 +67,10 @@ template <typename Edit> bool ConvertLog(std::size_t recordLength, Edit edit) {
     FileBytes bytes;
     int error = ReadFileUpTo(Log.LogFileName, kMostBytes, bytes);
     if (error == 0) {
+        const FileBytes old = bytes;
         std::ranges::copy(Encode(Log.Header), bytes.begin());
         EditEntries(bytes, recordLength, edit);
-        error = PutInPlace(bytes);
+        error = PutInPlace(old, bytes);
     }
     if (error == 0) {
         Log.KeptHeader = Log.Header;

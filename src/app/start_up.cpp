@@ -8,6 +8,7 @@
 #include "app/main_window.h"
 #include "app/partial_window.h"
 #include "app/post_contest.h"
+#include "app/program_folder.h"
 #include "app/recent_files.h"
 #include "app/recovery.h"
 #include "app/session_reset.h"
@@ -27,31 +28,6 @@
 namespace zrt {
 
 namespace {
-
-// The folder of the executable if the settings stand there, else the user's own, which a first
-// installation fills.
-std::string ChooseAppPath() {
-    std::string executable = WithSeparator(ProgramFolders.ExecutableFolder());
-    if (Files.Exists(executable + kSettingsFile))
-        return executable;
-    return WithSeparator(ProgramFolders.UserFolder());
-}
-
-// Copies each file of a first installation that the program's folder lacks. What can't be copied
-// is missed, and told, where it is read. The settings file, which says that the folder is filled,
-// is the last one: a crash before it leaves the rest to the next start.
-void FillAppPath() {
-    const std::string defaults = WithSeparator(ProgramFolders.DefaultsFolder());
-    if (defaults == Session.AppPath || Files.Exists(Session.AppPath + kSettingsFile))
-        return;
-    (void)Files.MakeFolder(Session.AppPath);
-    std::vector<std::string> names = Files.List(defaults);
-    std::stable_partition(names.begin(), names.end(),
-                          [](const std::string &name) { return name != kSettingsFile; });
-    for (const std::string &name : names)
-        if (!Files.Exists(Session.AppPath + name))
-            (void)CopyFile(defaults + name, Session.AppPath + name);
-}
 
 // Only the operator can say whether another copy is at work. The temporary log has a lock of its
 // own, by which recovery still finds out.
@@ -126,8 +102,8 @@ void RegisterWindows() {
 }
 
 void StartProgram() {
-    Session.AppPath = ChooseAppPath();
-    FillAppPath();
+    if (!TakeProgramFolder())
+        return;
     Session.HelpFile = Session.AppPath + "zrtlog127Help.chm";
     if (!TakeLock())
         return;

@@ -202,8 +202,8 @@ void InstallHeadlessDoors() {
     Clock = {SteadyNow, LocalTime, UtcTime};
     Events = {HeadlessPumpUntil};
     KeyState = {KeyPressed};
-    ProgramFolders = {FolderWithSeparator, FolderWithSeparator, FolderWithSeparator,
-                      DocumentsFolder};
+    ProgramFolders = {FolderWithSeparator, FolderWithSeparator, [] { return false; },
+                      FolderWithSeparator, DocumentsFolder};
     Help = {OpenHelp};
     Files = DiskFiles();
     Files.WriteAt = FaultyWriteAt;

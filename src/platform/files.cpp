@@ -15,6 +15,10 @@ int OpenedFile::Open(const std::string &path, OpenMode mode) {
     return Files.Open(path, mode, Handle);
 }
 
+int OpenedFile::CreateSide(const std::string &path, std::string &side) {
+    return Files.CreateSide(path, side, Handle);
+}
+
 int OpenedFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes, std::size_t &got) {
     return Files.ReadAt(Handle, offset, bytes, got);
 }
@@ -37,23 +41,8 @@ int OpenedFile::Close() {
     return Files.Close(handle);
 }
 
-int ReadFile(const std::string &path, FileBytes &bytes) {
-    bytes.clear();
-    OpenedFile file;
-    if (const int error = file.Open(path, OpenMode::Read))
-        return error;
-    std::uint64_t length = 0;
-    if (const int error = file.Length(length))
-        return error;
-    bytes.resize(length);
-    std::size_t got = 0;
-    if (const int error = file.ReadAt(0, bytes, got))
-        return error;
-    bytes.resize(got);
-    return 0;
-}
-
 int ReadFileUpTo(const std::string &path, std::uint64_t most, FileBytes &bytes) {
+    bytes.clear();
     OpenedFile file;
     std::uint64_t length = 0;
     if (const int error = file.Open(path, OpenMode::Read))
@@ -69,6 +58,10 @@ int ReadFileUpTo(const std::string &path, std::uint64_t most, FileBytes &bytes) 
     return error;
 }
 
+int ReadFile(const std::string &path, FileBytes &bytes) {
+    return ReadFileUpTo(path, kMostFileBytes, bytes);
+}
+
 int ReadTextFile(const std::string &path, std::string &text) {
     FileBytes bytes;
     const int error = ReadFile(path, bytes);
@@ -78,9 +71,11 @@ int ReadTextFile(const std::string &path, std::string &text) {
 
 namespace {
 
-int WriteWhole(const std::string &path, std::span<const std::byte> bytes) {
+// A new side file of `path` with these bytes, on the disk. It has a name after an error too, if it
+// was made.
+int WriteSide(const std::string &path, std::span<const std::byte> bytes, std::string &side) {
     OpenedFile file;
-    if (const int error = file.Open(path, OpenMode::Create))
+    if (const int error = file.CreateSide(path, side))
         return error;
     if (const int error = file.WriteAt(0, bytes))
         return error;
@@ -89,18 +84,24 @@ int WriteWhole(const std::string &path, std::span<const std::byte> bytes) {
     return file.Close();
 }
 
+// Nothing of a failed step stays behind.
+int RemoveSideAfter(int error, const std::string &side) {
+    if (error != 0 && !side.empty())
+        (void)Files.Remove(side);
+    return error;
+}
+
 } // namespace
 
 int ReplaceFile(const std::string &path, std::span<const std::byte> bytes) {
-    const std::string side = path + ".new";
-    int error = WriteWhole(side, bytes);
-    if (error == 0)
-        error = Files.Rename(side, path);
-    if (error != 0) {
-        (void)Files.Remove(side); // nothing of a failed write stays behind
+    std::string target, side;
+    if (const int error = Files.FollowLinks(path, target))
         return error;
-    }
-    return Files.SyncFolder(FolderOf(path));
+    Files.RemoveOldSides(FolderOf(target));
+    int error = WriteSide(target, bytes, side);
+    if (error == 0)
+        error = Files.Rename(side, target);
+    return error != 0 ? RemoveSideAfter(error, side) : Files.SyncFolder(FolderOf(target));
 }
 
 int CopyFile(const std::string &from, const std::string &to) {
@@ -118,6 +119,18 @@ int MoveToFirst(const std::string &from, std::span<const std::string> names) {
         if (const int error = Files.Rename(names[place - 1], names[place]))
             return error;
     return Files.Rename(from, names[0]);
+}
+
+int CopyToFirst(const std::string &from, std::span<const std::string> names) {
+    FileBytes bytes;
+    std::string side;
+    if (const int error = ReadFile(from, bytes))
+        return error;
+    Files.RemoveOldSides(FolderOf(names[0]));
+    int error = WriteSide(names[0], bytes, side);
+    if (error == 0)
+        error = MoveToFirst(side, names);
+    return RemoveSideAfter(error, side);
 }
 
 std::string FolderOf(std::string_view path) {

@@ -7,9 +7,11 @@ namespace zrt {
 
 struct ProgramDoor {
     std::string (*ExecutableFolder)() = nullptr; // where the executable stands
-    std::string (*UserFolder)() = nullptr;       // the user's own data folder for this program
-    std::string (*DefaultsFolder)() = nullptr;   // what a first installation is filled from
-    std::string (*DocumentsFolder)() = nullptr;  // the user's documents; empty if there is none
+    std::string (*UserFolder)() = nullptr; // the user's own data folder for this program; or empty
+    bool (*RootWithoutHome)() =
+        nullptr; // UserFolder is root's, and nothing but his account says so
+    std::string (*DefaultsFolder)() = nullptr; // what a first installation is filled from
+    std::string (*DocumentsFolder)() = nullptr; // the user's documents; empty if there is none
 };
 extern ProgramDoor ProgramFolders;
 

@@ -7,6 +7,7 @@
 #include "platform/help.h"
 #include "platform/keys.h"
 #include "platform/program.h"
+#include "platform/user_folder.h"
 #include "qt/boxes.h"
 #include "qt/operator_filter.h"
 #include "qt/pump.h"
@@ -14,7 +15,6 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
-#include <QStandardPaths>
 #include <QUrl>
 
 #include <chrono>
@@ -53,8 +53,12 @@ std::string ExecutableFolder() {
 }
 
 std::string UserFolder() {
-    const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return base.toStdString() + "/zrtlog/";
+    const std::string base = DataHomeOf(ReadUserEnvironment());
+    return base.empty() ? "" : WithSeparator(base) + "zrtlog/";
+}
+
+bool RootWithoutHome() {
+    return IsRootWithoutHome(ReadUserEnvironment());
 }
 
 // Beside an installed program its data lies in share; a build finds it in the source tree.
@@ -82,7 +86,8 @@ void InstallQtDoors(std::function<void()> quitAsked) {
     Events.PumpUntil = PumpInQt;
     Dialogs = {AskInBox, AskForFile, AskForFolder};
     KeyState.Pressed = KeyPressed;
-    ProgramFolders = {ExecutableFolder, UserFolder, DefaultsFolder, DocumentsFolder};
+    ProgramFolders = {ExecutableFolder, UserFolder, RootWithoutHome, DefaultsFolder,
+                      DocumentsFolder};
     Help.Open = OpenHelp;
     Files = DiskFiles();
     InstallOperatorFilter(std::move(quitAsked));

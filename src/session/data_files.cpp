@@ -13,7 +13,9 @@ namespace zrt {
 std::string PathInFolder(const std::string &path) {
     const std::string folder = FolderOf(path);
     const std::string name = NameOf(path);
-    const auto names = Files.List(folder);
+    std::vector<std::string> names;
+    if (Files.List(folder, names) != 0)
+        return path; // whoever opens it hears of the error
     if (std::find(names.begin(), names.end(), name) != names.end())
         return path;
     const auto found = std::find_if(names.begin(), names.end(), [&name](const std::string &other) {
@@ -31,7 +33,7 @@ int ReadDataFile(std::string_view name, std::string &text) {
     std::uint64_t length = 0;
     if (const int error = file.Length(length))
         return error;
-    if (length > kMostDataBytes)
+    if (length > kMostFileBytes)
         return EFBIG;
     text.resize(length);
     std::size_t got = 0;

@@ -8,9 +8,6 @@
 
 namespace zrt {
 
-// A file above this is none of ours; it is refused before any of it is read.
-inline constexpr std::uint64_t kMostDataBytes = std::uint64_t{64} << 20;
-
 // The path as its folder has it, whatever the case of the letters of its name: files that come from
 // elsewhere are written in capitals or not. As given if there is such a file, or none at all.
 std::string PathInFolder(const std::string &path);

@@ -1,6 +1,7 @@
 #include "session/file_errors.h"
 
 #include "platform/dialogs.h"
+#include "platform/files.h"
 
 #include <cerrno>
 #include <system_error>
@@ -33,6 +34,8 @@ int ErrorNumberOf(int systemError) {
 }
 
 std::string SystemErrorText(int systemError) {
+    if (systemError == kNotRegularFile)
+        return "That is a pipe or a device, and no file";
     return std::generic_category().message(systemError);
 }
 

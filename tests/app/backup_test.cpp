@@ -130,7 +130,7 @@ TEST_F(Backup, OnADiskThatFailsKeepsTheOldOneAndCanBeRetried) {
         Answer({BoxAnswer::Retry, BoxAnswer::Cancel});
         BackupLog();
         EXPECT_EQ(BytesOf("stick/mine.ZRT"), LogOf(1));
-        EXPECT_FALSE(FileExists("stick/mine.ZRT.new"));
+        EXPECT_FALSE(HasSideFile("stick"));
         Answer({BoxAnswer::Retry});
         WhileBoxShows([] { Devices.Disk = DiskMode::Ok; });
         BackupLog();

@@ -254,7 +254,7 @@ TEST_F(KillAll, WithKeepKilledLogKeepsThreeWholeLogs) {
     EXPECT_EQ(BytesOf("KilledLog 2.zrt"), logs[2]);
     EXPECT_EQ(BytesOf("KilledLog 3.zrt"), logs[1]);
     EXPECT_FALSE(FileExists("KilledLog 4.zrt"));
-    EXPECT_FALSE(FileExists("KilledLog.new"));
+    EXPECT_FALSE(HasSideFile());
 }
 
 TEST_F(KillAll, OnADiskThatFailsLosesNothing) {

@@ -192,6 +192,7 @@ constexpr Mode kCrashes[] = {
     {"crash", FaultKind::Crash, EIO, false},
     {"torn write", FaultKind::TornCrash, EIO, false},
     {"power cut", FaultKind::PowerCut, EIO, false},
+    {"power cut, names kept", FaultKind::NamesKept, EIO, false},
 };
 
 bool IsOfWrites(FaultKind kind) {

@@ -16,6 +16,8 @@
 #include <cerrno>
 #include <filesystem>
 
+#include <sys/stat.h>
+
 namespace zrt {
 namespace {
 
@@ -406,6 +408,18 @@ TEST_F(FileMenu, SaveAsAsksBeforeItOverwrites) {
     EXPECT_EQ(BytesOf("mine.ZRT").size(), 120U);
 }
 
+TEST_F(FileMenu, SaveAsWritesIntoNoPipe) {
+    New();
+    LogContact("K1ZZ");
+    ASSERT_EQ(::mkfifo(PathOf("mine.ZRT").c_str(), 0600), 0);
+    Answer({BoxAnswer::Ok, BoxAnswer::Cancel});
+    Devices.FileAnswers = {"mine.ZRT"};
+    EXPECT_FALSE(FileSaveAs());
+    EXPECT_EQ(LastBox().Text, "That is a pipe or a device, and no file");
+    EXPECT_EQ(BytesOf(kTempLog).size(), 120U);
+    EXPECT_EQ(Log.LogState, kTemporaryName);
+}
+
 TEST_F(FileMenu, SaveAsOnAFullDiskKeepsBothFilesAsTheyWere) {
     New();
     LogContact("K1ZZ");
@@ -417,7 +431,7 @@ TEST_F(FileMenu, SaveAsOnAFullDiskKeepsBothFilesAsTheyWere) {
     EXPECT_EQ(BytesOf("mine.ZRT"), "other");
     EXPECT_EQ(BytesOf(kTempLog).size(), 120U);
     EXPECT_EQ(Log.LogState, kTemporaryName);
-    EXPECT_FALSE(FileExists("mine.ZRT.new"));
+    EXPECT_FALSE(HasSideFile());
 }
 
 TEST_F(FileMenu, SaveAsTakesTheOwedContactsAlong) {

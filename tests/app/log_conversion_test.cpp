@@ -76,7 +76,7 @@ TEST_F(OldWpx, GetsItsPrefixesAndANewCode) {
     EXPECT_EQ(Log.OldEntries26[1].RcvdExchange.Trimmed(), "W4");
     EXPECT_TRUE(Contest.QthUSA);
     EXPECT_EQ(Log.KeptHeader.QthOption.Whole(), "2");
-    EXPECT_FALSE(FileExists("old.ZRT.new"));
+    EXPECT_FALSE(HasSideFile());
 }
 
 TEST_F(OldWpx, CodesOfCanadaAndOfNobodyAreTakenAsTold) {
@@ -127,7 +127,7 @@ TEST_F(OldWpx, WhoseSavedNameIsTakenIsNotTouched) {
     EXPECT_EQ(BytesOf("old.ZRb"), "somebody's");
     EXPECT_EQ(BytesOf("old.ZRT"), old);
     EXPECT_EQ(Log.LogState, kNoLog);
-    EXPECT_FALSE(FileExists("old.ZRT.new"));
+    EXPECT_FALSE(HasSideFile());
 }
 
 TEST_F(OldWpx, OnADiskThatFailsIsNotTouched) {
@@ -149,14 +149,32 @@ TEST_F(OldWpx, OnADiskThatFailsIsNotTouched) {
 TEST_F(OldWpx, KeepsItsNameWhenTheNewFileCantTakeIt) {
     const std::string old = Header("WPXCW", '0') + Old26("K1ZZ", "");
     Files.Rename = [](const std::string &from, const std::string &to) {
-        return from.ends_with("old.ZRT.new") ? EACCES : DiskFiles().Rename(from, to);
+        return to.ends_with("old.ZRT") ? EACCES : DiskFiles().Rename(from, to);
     };
     Answer({BoxAnswer::Ok, BoxAnswer::Ok});
     Open(old);
     EXPECT_EQ(LastBox().Text.find("Permission denied"), 0U) << LastBox().Text;
     EXPECT_EQ(BytesOf("old.ZRT"), old);
     EXPECT_FALSE(FileExists("old.ZRb"));
-    EXPECT_FALSE(FileExists("old.ZRT.new"));
+    EXPECT_FALSE(HasSideFile());
+}
+
+// A crash after the copy and before the conversion must not keep the log from being converted.
+TEST_F(OldWpx, WhoseCopyIsThereAlreadyIsConverted) {
+    const std::string old = Header("WPXCW", '0') + Old26("K1ZZ", "");
+    MakeFile("old.ZRb", old);
+    Answer({BoxAnswer::Ok});
+    Open(old);
+    EXPECT_EQ(BytesOf("old.ZRb"), old);
+    EXPECT_EQ(BytesOf("old.ZRT"), Header("WPXCW", '2') + Old26("K1ZZ", "K1"));
+}
+
+TEST_F(OldWpx, LeavesAFileOfTheOperatorBesideIt) {
+    MakeFile("old.ZRT.new", "the operator's own");
+    Answer({BoxAnswer::Ok});
+    Open(Header("WPXCW", '0') + Old26("K1ZZ", ""));
+    EXPECT_TRUE(FileExists("old.ZRb"));
+    EXPECT_EQ(BytesOf("old.ZRT.new"), "the operator's own");
 }
 
 // ---- SS

@@ -13,7 +13,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cerrno>
 
 namespace zrt {
@@ -141,49 +140,6 @@ TEST_F(Start, MakesAnUnknownTimingMethodWinmm) {
     MakeFile(kSettingsFile, "[Preferences]\nTimingMethod=Sundial\n");
     StartProgram();
     EXPECT_EQ(Settings.TimingMethod, "Winmm");
-}
-
-TEST_F(Start, FillsTheUsersFolderOnTheFirstRun) {
-    const static std::string kUser = PathOf("user");
-    const static std::string kDefaults = PathOf("");
-    ProgramFolders.ExecutableFolder = [] { return PathOf("bin"); };
-    ProgramFolders.UserFolder = [] { return kUser; };
-    ProgramFolders.DefaultsFolder = [] { return kDefaults; };
-    StartProgram();
-    EXPECT_FALSE(Program.Ending);
-    EXPECT_EQ(Session.AppPath, kUser + "/");
-    EXPECT_EQ(BytesOf("user/cty.dat"), BytesOf("cty.dat"));
-    EXPECT_EQ(BytesOf("user/zrtlog125.ini"), BytesOf("zrtlog125.ini"));
-}
-
-// A crash on the first run must leave the rest to the next one, and the settings file says that
-// there is no rest.
-TEST_F(Start, FillsTheUsersFolderWithTheSettingsLast) {
-    static std::vector<std::string> names;
-    names.clear();
-    ProgramFolders.ExecutableFolder = [] { return PathOf("bin"); };
-    ProgramFolders.UserFolder = [] { return PathOf("user"); };
-    ProgramFolders.DefaultsFolder = [] { return PathOf(""); };
-    Files.Rename = [](const std::string &from, const std::string &to) {
-        names.push_back(NameOf(to));
-        return DiskFiles().Rename(from, to);
-    };
-    StartProgram();
-    ASSERT_GT(names.size(), 3U);
-    const auto settings = std::find(names.begin(), names.end(), kSettingsFile);
-    EXPECT_EQ(std::count(settings, names.end(), kSettingsFile), names.end() - settings);
-}
-
-TEST_F(Start, LeavesWhatTheUsersFolderHolds) {
-    ASSERT_EQ(Files.MakeFolder(PathOf("user")), 0);
-    MakeFile("user/zrtlog125.ini", "[Preferences]\nTimeCorrection=7\n");
-    MakeFile("user/ZRTLOG126.DAT", "");
-    Answer({BoxAnswer::Ok, BoxAnswer::Ok}); // there are no countries and no known calls
-    ProgramFolders.ExecutableFolder = [] { return PathOf("bin"); };
-    ProgramFolders.UserFolder = [] { return PathOf("user"); };
-    StartProgram();
-    EXPECT_EQ(Settings.TimeCorrection, "7");
-    EXPECT_FALSE(FileExists("user/cty.dat")); // an installation that is there is not filled up
 }
 
 } // namespace

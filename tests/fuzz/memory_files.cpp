@@ -63,12 +63,23 @@ int Rename(const std::string &from, const std::string &to) {
     return 0;
 }
 
-std::vector<std::string> List(const std::string &folder) {
-    std::vector<std::string> names;
+int List(const std::string &folder, std::vector<std::string> &names) {
+    names.clear();
     for (const auto &[path, bytes] : stored)
         if (FolderOf(path) == WithSeparator(folder))
             names.push_back(NameOf(path));
-    return names;
+    return 0;
+}
+
+// There is one writer, and nothing crashes: one name is enough.
+int CreateSide(const std::string &path, std::string &side, int &handle) {
+    side = FolderOf(path) + ".side";
+    return Open(side, OpenMode::Create, handle);
+}
+
+int FollowLinks(const std::string &path, std::string &target) {
+    target = path;
+    return 0;
 }
 
 } // namespace
@@ -78,6 +89,7 @@ void InstallMemoryFiles() {
     opened.clear();
     Files = {};
     Files.Open = Open;
+    Files.CreateSide = CreateSide;
     Files.ReadAt = ReadAt;
     Files.WriteAt = WriteAt;
     Files.Length = Length;
@@ -89,6 +101,8 @@ void InstallMemoryFiles() {
     Files.MakeFolder = [](const std::string &) { return 0; };
     Files.Exists = [](const std::string &path) { return stored.contains(path); };
     Files.List = List;
+    Files.FollowLinks = FollowLinks;
+    Files.RemoveOldSides = [](const std::string &) {};
     Files.Lock = [](const std::string &) { return FileLock{LockResult::Taken, 0, {}, -1}; };
     Files.LockOpenFile = [](const std::string &, FileLock &lock) {
         lock.Result = LockResult::Taken;

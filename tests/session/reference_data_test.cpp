@@ -22,8 +22,8 @@ using testing::ElementsAre;
 class ReferenceTest : public ProgramTest {
   protected:
     ReferenceTest() {
-        for (const std::string &name : Files.List(PathOf("")))
-            std::filesystem::remove(PathOf(name));
+        for (const auto &file : std::filesystem::directory_iterator(PathOf("")))
+            std::filesystem::remove(file);
         Session.AppPath = PathOf("");
         Reference = {};
     }
@@ -75,7 +75,7 @@ TEST_F(DataFiles, AFolderOfTheNameIsNoFile) {
 
 TEST_F(DataFiles, AboveTheLimitAreRefusedUnread) {
     MakeFile("master.scp", "K1ABC\n");
-    std::filesystem::resize_file(PathOf("master.scp"), kMostDataBytes + 1);
+    std::filesystem::resize_file(PathOf("master.scp"), kMostFileBytes + 1);
     Files.ReadAt = [](int, std::uint64_t, std::span<std::byte>, std::size_t &) -> int {
         ADD_FAILURE() << "the file was read";
         return EIO;

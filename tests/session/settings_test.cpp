@@ -12,8 +12,6 @@
 namespace zrt {
 namespace {
 
-constexpr const char *kSide = "zrtlog125.ini.new";
-
 class SettingsOnDisk : public ProgramTest {
   protected:
     SettingsOnDisk() {
@@ -137,7 +135,7 @@ TEST_F(SettingsOnDisk, AFailingDiskLeavesTheOldFileWholeAndShowsNothing) {
         Settings.YourCall = "K2ZZ";
         WriteSettings(false);
         EXPECT_EQ(BytesOf(kSettingsFile), before);
-        EXPECT_FALSE(FileExists(kSide));
+        EXPECT_FALSE(HasSideFile());
     }
     EXPECT_TRUE(Devices.Boxes.empty());
     Devices.Disk = DiskMode::Ok;
@@ -166,16 +164,15 @@ TEST_F(SettingsOnDisk, ARenameThatFailsLeavesTheOldFileWhole) {
     Settings.YourCall = "K2ZZ";
     WriteSettings(false);
     EXPECT_EQ(BytesOf(kSettingsFile), before);
-    EXPECT_FALSE(FileExists(kSide));
+    EXPECT_FALSE(HasSideFile());
 }
 
 TEST_F(SettingsOnDisk, ADriveThatIsAwayIsAskedForUntilItIsThereOrGivenUp) {
     Read("");
     static int tries;
     tries = 0;
-    Files.Open = [](const std::string &path, OpenMode mode, int &handle) {
-        return mode == OpenMode::Create && ++tries < 3 ? ENODEV
-                                                       : DiskFiles().Open(path, mode, handle);
+    Files.CreateSide = [](const std::string &path, std::string &side, int &handle) {
+        return ++tries < 3 ? ENODEV : DiskFiles().CreateSide(path, side, handle);
     };
     Settings.YourCall = "K2ZZ";
     Answer({BoxAnswer::Retry, BoxAnswer::Retry});

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <map>
 #include <stdexcept>
@@ -19,19 +20,40 @@ namespace {
 constexpr std::size_t kMostOperations = 20'000; // of a program that does not end
 
 FileDoor real;
-std::map<int, std::pair<std::string, OpenMode>> handles; // what they are open for
+
+struct OpenHandle {
+    std::string Path;
+    std::string Name; // what it is counted as: a side file has that of the file it will replace
+    OpenMode Mode = OpenMode::Read;
+};
+std::map<int, OpenHandle> handles;
 
 // ---- what a power cut undoes
 
 std::map<std::string, std::string> unsynced; // what was in those files before
+
+// A name that was made, moved or removed, and is not on the disk before its folder is synced.
+struct NameChange {
+    std::string Folder;
+    std::function<void()> Undo;
+};
+std::vector<NameChange> unsyncedNames; // in their order
+
+bool TracksPower() {
+    return FaultyFiles.Kind == FaultKind::PowerCut || FaultyFiles.Kind == FaultKind::NamesKept;
+}
 
 std::string BytesOfFile(const std::string &path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+void WriteFile(const std::string &path, const std::string &bytes) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+}
+
 void TakeUnsynced(const std::string &path) {
-    if (FaultyFiles.Kind == FaultKind::PowerCut && !unsynced.contains(path))
+    if (TracksPower() && !unsynced.contains(path))
         unsynced[path] = BytesOfFile(path); // empty if there is none yet
 }
 
@@ -44,11 +66,33 @@ void MoveUnsynced(const std::string &from, const std::string &to) {
     }
 }
 
-void CutPower() {
-    for (const auto &[path, bytes] : unsynced)
-        std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-    unsynced.clear();
+void TakeNameChange(const std::string &path, std::function<void()> undo) {
+    if (FaultyFiles.Kind == FaultKind::PowerCut)
+        unsyncedNames.push_back({FolderOf(path), std::move(undo)});
 }
+
+// Puts the file of this path back as the disk has it now.
+std::function<void()> Restoring(const std::string &path) {
+    if (!TracksPower() || !std::filesystem::exists(path))
+        return [] {};
+    const auto old = unsynced.find(path);
+    return [path, bytes = old == unsynced.end() ? BytesOfFile(path) : old->second] {
+        WriteFile(path, bytes);
+    };
+}
+
+} // namespace
+
+void CutPower() {
+    FaultyFiles.Crashed = true;
+    for (const auto &[path, bytes] : unsynced)
+        WriteFile(path, bytes);
+    unsynced.clear();
+    for (; !unsyncedNames.empty(); unsyncedNames.pop_back())
+        unsyncedNames.back().Undo();
+}
+
+namespace {
 
 // ---- the faults
 
@@ -61,9 +105,7 @@ int ErrorOfFault(const FileOperation &operation) {
     case FaultKind::Crash:
     case FaultKind::TornCrash: FaultyFiles.Crashed = true; break;
     case FaultKind::PowerCut:
-        FaultyFiles.Crashed = true;
-        CutPower();
-        break;
+    case FaultKind::NamesKept: CutPower(); break;
     }
     return EIO;
 }
@@ -84,11 +126,16 @@ int Count(const char *name, const std::string &path, bool forReading = false) {
 }
 
 int CountOf(const char *name, int handle) {
-    const auto &[path, mode] = handles[handle];
-    return Count(name, path, mode == OpenMode::Read);
+    const OpenHandle &open = handles[handle];
+    return Count(name, open.Name, open.Mode == OpenMode::Read);
 }
 
 // ---- the door
+
+void TakeNewFile(const std::string &path, bool existed) {
+    if (!existed)
+        TakeNameChange(path, [path] { std::filesystem::remove(path); });
+}
 
 int Open(const std::string &path, OpenMode mode, int &handle) {
     if (FaultyFiles.Done.size() > kMostOperations)
@@ -98,10 +145,24 @@ int Open(const std::string &path, OpenMode mode, int &handle) {
         return error;
     if (mode == OpenMode::Create)
         TakeUnsynced(path);
+    const bool existed = std::filesystem::exists(path);
     const int error = real.Open(path, mode, handle);
-    if (error == 0)
-        handles[handle] = {path, mode};
-    return error;
+    if (error != 0)
+        return error;
+    handles[handle] = {path, path, mode};
+    TakeNewFile(path, existed);
+    return 0;
+}
+
+int CreateSide(const std::string &path, std::string &side, int &handle) {
+    if (const int error = Count("Create", path))
+        return error;
+    if (const int error = real.CreateSide(path, side, handle))
+        return error;
+    handles[handle] = {side, path, OpenMode::Create};
+    TakeUnsynced(side);
+    TakeNewFile(side, false);
+    return 0;
 }
 
 int ReadAt(int handle, std::uint64_t offset, std::span<std::byte> bytes, std::size_t &got) {
@@ -115,7 +176,7 @@ int WriteAt(int handle, std::uint64_t offset, std::span<const std::byte> bytes) 
     const bool wasUp = !FaultyFiles.Crashed && !FaultyFiles.Full;
     const int error = CountOf("WriteAt", handle);
     if (error == 0) {
-        TakeUnsynced(handles[handle].first);
+        TakeUnsynced(handles[handle].Path);
         return real.WriteAt(handle, offset, bytes);
     }
     const bool halves = FaultyFiles.Kind == FaultKind::HalfWritten ||
@@ -134,7 +195,7 @@ int Length(int handle, std::uint64_t &length) {
 int Sync(int handle) {
     const int error = CountOf("Sync", handle);
     if (error == 0)
-        unsynced.erase(handles[handle].first);
+        unsynced.erase(handles[handle].Path);
     return error;
 }
 
@@ -149,19 +210,36 @@ int Close(int handle) {
 int Remove(const std::string &path) {
     if (const int error = Count("Remove", path))
         return error;
+    const auto restore = Restoring(path);
+    if (const int error = real.Remove(path))
+        return error;
     unsynced.erase(path);
-    return real.Remove(path);
+    TakeNameChange(path, restore);
+    return 0;
 }
 
 int Rename(const std::string &from, const std::string &to) {
     if (const int error = Count("Rename", to))
         return error;
+    const auto restore = Restoring(to);
+    if (const int error = real.Rename(from, to))
+        return error;
     MoveUnsynced(from, to);
-    return real.Rename(from, to);
+    TakeNameChange(to, [from, to, restore] {
+        std::filesystem::rename(to, from);
+        restore();
+    });
+    return 0;
 }
 
-int SyncFolder(const std::string &) {
-    return Count("SyncFolder", FaultyFiles.Done.empty() ? "" : FaultyFiles.Done.back().File);
+int SyncFolder(const std::string &folder) {
+    const int error =
+        Count("SyncFolder", FaultyFiles.Done.empty() ? "" : FaultyFiles.Done.back().File);
+    if (error == 0)
+        std::erase_if(unsyncedNames, [&folder](const NameChange &change) {
+            return change.Folder == WithSeparator(folder);
+        });
+    return error;
 }
 
 int MakeFolder(const std::string &folder) {
@@ -175,7 +253,9 @@ void InstallFaultyFiles() {
     real = DiskFiles();
     handles.clear();
     unsynced.clear();
+    unsyncedNames.clear();
     Files.Open = Open;
+    Files.CreateSide = CreateSide;
     Files.ReadAt = ReadAt;
     Files.WriteAt = WriteAt;
     Files.Length = Length;

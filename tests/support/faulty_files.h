@@ -1,6 +1,6 @@
 // A file door whose n-th operation fails, for the sweeps over every fault that a disk can have. It
 // stands in front of the real disk and counts what reaches it; asking for names and locks is not
-// counted, for it can't fail.
+// counted: no contact depends on it.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,8 @@ enum class FaultKind {
     StaysFull,   // the same, and no write after it brings anything, until FaultyFiles.Full is false
     Crash,       // from then on nothing is done
     TornCrash,   // the same, after half of a write
-    PowerCut,    // the same, and what was not synced is gone
+    PowerCut,    // the same, and what was not synced is gone: contents, and names of their folders
+    NamesKept,   // the same, but the names had come to the disk by themselves
 };
 
 struct FaultyFilesState {
@@ -35,6 +36,9 @@ struct FaultyFilesState {
     bool Crashed = false;
 };
 extern FaultyFilesState FaultyFiles;
+
+// Now, and not at FaultAt; the kind must have been PowerCut or NamesKept since the beginning.
+void CutPower();
 
 // Puts the faulty door into Files. What FaultyFiles holds stays. Sync and SyncFolder are counted,
 // and do nothing.

@@ -41,7 +41,10 @@ inline void PutFileInMemory(std::string name, std::string content) {
         return got < bytes.size() && memoryFile.BreaksAt <= memoryFile.Bytes.size() ? EIO : 0;
     };
     Files.Close = [](int) { return 0; };
-    Files.List = [](const std::string &) { return std::vector{memoryFile.Name}; };
+    Files.List = [](const std::string &, std::vector<std::string> &names) {
+        names = {memoryFile.Name};
+        return 0;
+    };
 }
 
 } // namespace zrt

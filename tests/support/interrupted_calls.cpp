@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstddef>
 
+#include <dirent.h>
 #include <sys/types.h>
 
 // The linker's own names: --wrap=open turns a call of open into one of __wrap_open.
@@ -15,6 +16,8 @@ int __real_close(int handle);
 int __real_unlink(const char *path);
 int __real_rename(const char *from, const char *to);
 int __wrap_open(const char *path, int flags, mode_t mode);
+struct dirent *__real_readdir(DIR *folder);
+struct dirent *__wrap_readdir(DIR *folder);
 ssize_t __wrap_pread(int handle, void *bytes, std::size_t length, off_t offset);
 ssize_t __wrap_pwrite(int handle, const void *bytes, std::size_t length, off_t offset);
 int __wrap_fdatasync(int handle);
@@ -38,7 +41,7 @@ bool HasFault(const char *name) {
 bool IsInterrupted(const char *name) {
     if (!HasFault(name) || InterruptedCalls.Halves)
         return false;
-    errno = EINTR;
+    errno = InterruptedCalls.Error;
     return true;
 }
 
@@ -56,6 +59,8 @@ ssize_t LengthToMove(const char *name, std::size_t length) {
 
 // open has an argument more when it creates; the door always gives it, or does not need it.
 int __wrap_open(const char *path, int flags, mode_t mode) {
+    if (zrt::InterruptedCalls.BeforeOpen != nullptr)
+        zrt::InterruptedCalls.BeforeOpen(path);
     return zrt::IsInterrupted("open") ? -1 : __real_open(path, flags, mode);
 }
 
@@ -94,5 +99,14 @@ int __wrap_unlink(const char *path) {
 
 int __wrap_rename(const char *from, const char *to) {
     return zrt::IsInterrupted("rename") ? -1 : __real_rename(from, to);
+}
+
+// The names come, and then the error in place of the end. No name of a contact is at stake: not
+// counted.
+struct dirent *__wrap_readdir(DIR *folder) {
+    struct dirent *entry = __real_readdir(folder);
+    if (entry == nullptr && zrt::InterruptedCalls.ReaddirError != 0)
+        errno = zrt::InterruptedCalls.ReaddirError;
+    return entry;
 }
 // NOLINTEND(bugprone-reserved-identifier, misc-use-internal-linkage)

@@ -165,6 +165,13 @@ bool FileExists(std::string_view name) {
     return std::filesystem::exists(PathOf(name));
 }
 
+bool HasSideFile(std::string_view folder) {
+    for (const auto &file : std::filesystem::directory_iterator(PathOf(folder)))
+        if (file.path().extension() == ".new")
+            return true;
+    return false;
+}
+
 std::string BytesOf(std::string_view name) {
     std::ifstream file(PathOf(name), std::ios::binary);
     EXPECT_TRUE(file.is_open()) << "no file " << name;

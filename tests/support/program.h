@@ -38,6 +38,8 @@ void CrashAndStart();
 std::string PathOf(std::string_view name);
 bool FileExists(std::string_view name);
 std::string BytesOf(std::string_view name); // fails the test if there is no such file
+// Whether a write has left its side file in the folder.
+bool HasSideFile(std::string_view folder = "");
 void MakeFile(std::string_view name, std::string_view bytes);
 inline constexpr const char *kTempLog = "!temp%!!.zrb";
 
