@@ -11,7 +11,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 packages=(
     cmake ninja-build g++ python3
     qt6-base-dev qt6-serialport-dev qt6-multimedia-dev libsndfile1-dev libgl-dev libxkbcommon-dev
-    hamradio-files fonts-dejavu-core
+    libqt6svg6 hamradio-files fonts-dejavu-core
 )
 
 Build() {
@@ -35,24 +35,68 @@ Build() {
     fi
 }
 
+# Copies a file as the program does: to a side file, synced, then renamed, so that a full disk leaves
+# no half of it. The program removes a side file that a crash has left.
+CopySafely() {
+    local from=$1 to=$2 folder side
+    folder=$(dirname "$to")
+    side=$(mktemp "$folder/.zrtlog-XXXXXXXX.new") || return
+    side_file=$side # for the trap
+    cp "$from" "$side" && chmod "$(printf '%o' $((0666 & ~$(umask))))" "$side" && sync "$side" &&
+        mv -T "$side" "$to" || return
+    sync "$folder" 2>/dev/null || true # some file systems can't
+}
+
+RemoveSideFile() {
+    if [[ -n ${side_file:-} ]]; then
+        rm -f "$side_file"
+    fi
+}
+
 # Copies a file into the program's folder unless one of that name, in whatever case, is there.
 FillIn() {
     local from=$1 to=$2
     mkdir -p "$(dirname "$to")"
     if [[ -z $(find "$(dirname "$to")" -maxdepth 1 -iname "$(basename "$to")" -print -quit) ]]; then
-        cp "$from" "$to"
-        chmod u+w "$to"
+        if ! CopySafely "$from" "$to"; then
+            echo "$to could not be copied. Make room on the disk and start again." >&2
+            exit 1
+        fi
         echo "  $to"
     fi
 }
 
-# The build has put together what a first installation holds.
+# Where the data of the user's programs stands, as the program finds it (platform/user_folder).
+DataHome() {
+    local home=${HOME:-}
+    if [[ ${XDG_DATA_HOME:-} == /* ]]; then
+        echo "$XDG_DATA_HOME"
+        return
+    fi
+    if [[ $home != /* ]]; then
+        home=$(getent passwd "$(id -u)" | cut -d: -f6)
+    fi
+    if [[ $home != /* ]]; then
+        echo "There is no home directory. Set HOME and start again." >&2
+        exit 1
+    fi
+    echo "$home/.local/share"
+}
+
+# The files of a first installation, the settings last: they say that the folder is filled.
+FilesOfInstallation() {
+    find "$1" -type f ! -name zrtlog125.ini -printf '%P\0' | sort -z
+    find "$1" -type f -name zrtlog125.ini -printf '%P\0'
+}
+
+# Fills the program's folder from $1, what the build has put together.
 FillProgramFolder() {
-    local folder=${XDG_DATA_HOME:-$HOME/.local/share}/zrtlog file name
+    local from=$1 folder file name
+    folder=$(DataHome)/zrtlog
     echo "The program's folder is $folder"
     while IFS= read -r -d '' file; do
-        FillIn "build/release/data/$file" "$folder/$file"
-    done < <(find build/release/data -type f -printf '%P\0' | sort -z)
+        FillIn "$from/$file" "$folder/$file"
+    done < <(FilesOfInstallation "$from")
     for name in cty.dat master.scp; do
         if [[ -z $(find "$folder" -maxdepth 1 -iname "$name" -print -quit) ]]; then
             echo "There is no $name: put one into that folder." >&2
@@ -81,6 +125,12 @@ Demonstrate() {
     echo "In ./demo/ now:"
     find demo -type f -printf '%P\t%s bytes\n' | sort | sed 's/^/  /'
 }
+
+# Sourced by a test: the procedures alone.
+if [[ ${BASH_SOURCE[0]} != "$0" ]]; then
+    return
+fi
+trap RemoveSideFile EXIT
 
 case ${1:-} in
 -h | --help)
@@ -117,5 +167,5 @@ if [[ -z $display ]]; then
     exit 0
 fi
 Build zrtlog program_data
-FillProgramFolder
+FillProgramFolder build/release/data
 QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-$display} exec build/release/bin/zrtlog

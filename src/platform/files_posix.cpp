@@ -23,12 +23,13 @@ constexpr mode_t kNewFolderMode = 0777; // less what the umask takes
 constexpr int kMostLinks = 40;          // more are a ring
 constexpr std::time_t kOldSideSeconds = 24L * 3600;
 
-// Side files are ".zrtlog-", eight letters or digits, ".new": as short as no file of an operator
-// needs to be, and like none that he would make.
+// Side files are ".zrtlog-", eight letters or digits, ".new", those of run.sh as well: short, and
+// like no file that an operator would make.
 constexpr std::string_view kSideBegin = ".zrtlog-";
 constexpr std::string_view kSideEnd = ".new";
 constexpr std::size_t kSideLetters = 8;
-constexpr std::string_view kLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
+constexpr std::string_view kLetters =
+    "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
 // Makes a system call, again and again while a signal interrupts it. Returns its result.
 template <typename Call> auto Uninterrupted(Call call) {

@@ -278,14 +278,14 @@ TEST_F(FileTools, ReplaceFileRemovesOldSideFilesAndNothingElse) {
     ASSERT_EQ(file.Close(), 0);
     const std::string own = "here/" + NameOf(side);
     for (const char *name : {"here/.zrtlog-12345678.new", "here/a.new", "here/.zrtlog-1234567.new",
-                             "here/.zrtlog-1234567A.new", "here/.zrtlog-12345678.old"})
+                             "here/.zrtlog-1234567_.new", "here/.zrtlog-12345678.old"})
         makeOld(name, hours(25));
     makeOld("here/.zrtlog-abcdefgh.new", hours(23));
     fs::create_symlink(PathOf("here/a.new"), PathOf("here/.zrtlog-zzzzzzzz.new"));
     EXPECT_EQ(Replace("here/a", "x"), 0);
     EXPECT_THAT(NamesIn("here"),
                 testing::UnorderedElementsAre(NameOf(side), "a", "a.new", ".zrtlog-1234567.new",
-                                              ".zrtlog-1234567A.new", ".zrtlog-12345678.old",
+                                              ".zrtlog-1234567_.new", ".zrtlog-12345678.old",
                                               ".zrtlog-abcdefgh.new", ".zrtlog-zzzzzzzz.new"));
     makeOld(own.c_str(), hours(25));
     EXPECT_EQ(Replace("here/a", "x"), 0);
@@ -318,7 +318,6 @@ class NoFile : public FileTools {
         path.copy(address.sun_path, sizeof address.sun_path - 1);
         Socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
         EXPECT_EQ(::bind(Socket, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
-        std::filesystem::create_symlink("/dev/zero", PathOf("device"));
     }
     ~NoFile() override { ::close(Socket); }
 
@@ -329,9 +328,11 @@ class NoFile : public FileTools {
 // Opening a pipe would wait for its other end; this test then never ends.
 TEST_F(NoFile, IsOpenedInNoWay) {
     for (const OpenMode mode : {OpenMode::Read, OpenMode::Update, OpenMode::Create}) {
-        for (const char *name : {"pipe", "socket", "device"}) {
+        // Devices are only opened: a test that could replace one would harm the machine.
+        for (const std::string &path :
+             {PathOf("pipe"), PathOf("socket"), std::string("/dev/null")}) {
             OpenedFile file;
-            EXPECT_EQ(file.Open(PathOf(name), mode), kNotRegularFile) << name;
+            EXPECT_EQ(file.Open(path, mode), kNotRegularFile) << path;
         }
         OpenedFile file;
         EXPECT_EQ(file.Open(PathOf("here"), mode), EISDIR);
@@ -339,7 +340,7 @@ TEST_F(NoFile, IsOpenedInNoWay) {
 }
 
 TEST_F(NoFile, IsNotReplaced) {
-    for (const char *name : {"pipe", "socket", "device"}) {
+    for (const char *name : {"pipe", "socket"}) {
         EXPECT_EQ(Replace(name, "x"), kNotRegularFile) << name;
         EXPECT_FALSE(std::filesystem::is_regular_file(PathOf(name)));
     }
