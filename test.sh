@@ -115,7 +115,8 @@ packages=(
     cmake ninja-build g++ ccache clang clang-format python3
     qt6-base-dev qt6-serialport-dev qt6-multimedia-dev libsndfile1-dev libgl-dev libxkbcommon-dev
     libgtest-dev libgmock-dev libbenchmark-dev
-    hamradio-files xvfb xauth xdotool openbox fonts-dejavu-core
+    libqt6svg6 appstream desktop-file-utils
+    hamradio-files xvfb xauth xdotool x11-utils openbox fonts-dejavu-core
 )
 
 mode=${1:-all}

@@ -20,6 +20,7 @@ FLOORS = [
     ("session/fixed_text", 1),
     ("session/bands", 2),
     ("session/log_entry", 2),
+    ("session/version", 2),
     ("session/contests", 2.5),
     ("session/radio_state", 2.5),
     ("session/file_errors", 3),

@@ -1,6 +1,7 @@
 #include "app/about_box.h"
 
 #include "platform/events.h"
+#include "session/version.h"
 
 namespace zrt {
 
@@ -18,7 +19,7 @@ constexpr Microseconds kLongestSplash = 2 * kSecond;
 void RegisterAboutBox() {
     Aboutzrt = {};
     Aboutzrt.lblProgram.Caption = "ZRTLOG";
-    Aboutzrt.lblVersion.Caption = "Version " ZRT_VERSION;
+    Aboutzrt.lblVersion.Caption = "Version " + kVersion;
     Aboutzrt.lblPurpose.Caption = "Contest logging for amateur radio";
     Aboutzrt.cmdClose.Caption = "Close";
     Aboutzrt.cmdClose.Default = Aboutzrt.cmdClose.Cancel = true;

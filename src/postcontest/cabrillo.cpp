@@ -9,6 +9,7 @@
 #include "session/log_file.h"
 #include "session/settings.h"
 #include "session/user_profiles.h"
+#include "session/version.h"
 
 #include <algorithm>
 
@@ -108,7 +109,7 @@ void AddHeader(std::string &text) {
     AddLine(text, "CLAIMED-SCORE: ", std::to_string(Recount.Score));
     AddLine(text, "CLUB: ", Field(profile.Club));
     AddLine(text, "CONTEST: ", NameOfContest());
-    AddLine(text, "CREATED-BY: ZRTLOG VER. 12.7");
+    AddLine(text, "CREATED-BY: ZRTLOG VER. ", kShortVersion);
     AddLine(text, "NAME: ", Field(profile.Name));
     for (const std::string *line : {&profile.Address, &profile.City, &profile.Country})
         AddLine(text, "ADDRESS: ", Field(*line));

@@ -26,8 +26,10 @@ int main(int argc, char *argv[]) {
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // numbers in files have a point, whatever the desktop says
     QApplication::setApplicationName(QStringLiteral("zrtlog"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("zrtlog"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("zrtlog")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.zrtlog.zrtlog"));
+    // From the desktop's theme where the program is installed, else from the program itself.
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.zrtlog.zrtlog"),
+                                                 QIcon(QStringLiteral(":/org.zrtlog.zrtlog.svg"))));
     QApplication::setQuitOnLastWindowClosed(false);
     zrt::InstallQuietStyle();
 

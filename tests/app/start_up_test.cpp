@@ -9,6 +9,7 @@
 #include "session/reference_data.h"
 #include "session/session_flags.h"
 #include "session/settings.h"
+#include "session/version.h"
 #include "support/program.h"
 
 #include <gmock/gmock.h>
@@ -100,6 +101,12 @@ TEST_F(Start, ShowsTheSplashForAShortWhile) {
     EXPECT_EQ(seen, "WELCOME without, timer on");
     EXPECT_LT(Clock.Steady() - began, 300 * kMillisecond);
     EXPECT_FALSE(Aboutzrt.Timer1.Enabled);
+}
+
+TEST_F(Start, HasOneVersionInAboutAndInTheFilesForTheSponsors) {
+    EXPECT_EQ(Aboutzrt.lblVersion.Caption, "Version " ZRT_PROJECT_VERSION);
+    EXPECT_EQ(std::string(ZRT_PROJECT_VERSION).find(kShortVersion + "."), 0U);
+    EXPECT_EQ(kShortVersion, "12.7"); // the line of the sponsors' files names it
 }
 
 TEST_F(Start, WithoutSettingsTellsAndEndsWithStatus1) {

@@ -54,6 +54,7 @@ children+=($!)
 window=$(timeout 60 xdotool search --sync --onlyvisible --name '^ZRTLOG$' | head -n 1)
 [[ -n $window ]] || Fail "no window: $(cat "$work/zrtlog.log")"
 xdotool windowactivate --sync "$window"
+[[ $(xprop -id "$window" -len 16 _NET_WM_ICON) != *"not found"* ]] || Fail "the window has no icon"
 
 # The mouse opens File, the keys choose New and, in the chooser, the last row: Generic. On a machine
 # under load the keys may come before the menu; then it is tried again.
