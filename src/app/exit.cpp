@@ -38,4 +38,18 @@ void ExitProgram() {
     EndProgram(0);
 }
 
+void KeepSession() {
+    // What can't be written now is lost with the process: nobody is there to say what to do.
+    (void)WriteOwedEntries();
+    (void)TryWriteSettings(true);
+}
+
+void LeaveProgram() {
+    if (Program.Ending)
+        return;
+    EndProgram(0); // first: from here on no box opens, and no wait is begun
+    KeepSession();
+    CloseWinkeyer();
+}
+
 } // namespace zrt

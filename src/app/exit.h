@@ -10,4 +10,13 @@ extern void (*CloseWinkeyer)();
 // program, or returns to the log. May pump.
 void ExitProgram();
 
+// The desktop may end the session: brings contacts that are owed and the settings to the disk. Asks
+// nothing and does not pump; the program goes on.
+void KeepSession();
+
+// The end from outside, by a signal or with the screen: as ExitProgram, but asks nothing. An
+// unnamed log keeps its temporary name and is offered at the next start. Does not pump; a second
+// call does nothing.
+void LeaveProgram();
+
 } // namespace zrt

@@ -9,8 +9,6 @@ namespace zrt {
 enum class BoxButtons { Ok, OkCancel, AbortRetryIgnore, YesNoCancel, YesNo, RetryCancel };
 enum class BoxIcon { None, Critical, Question, Exclamation, Information };
 
-// The close box of a message box counts as Cancel, or as No where there is no Cancel, or as the
-// only button.
 enum class BoxAnswer { Ok = 1, Cancel = 2, Abort = 3, Retry = 4, Ignore = 5, Yes = 6, No = 7 };
 
 struct MessageBox {
@@ -38,7 +36,12 @@ struct DialogDoor {
 };
 extern DialogDoor Dialogs;
 
-// Shows the box and waits for the answer; may pump.
+// What a box answers that nobody has answered: Cancel, or No where there is no Cancel, or the only
+// button. Abort stands for a box that has to be answered by a button.
+BoxAnswer AnswerOfClosing(BoxButtons buttons);
+
+// Each shows itself and waits for the answer; may pump. While the program ends nothing is shown: a
+// box counts as closed, a dialog as cancelled.
 BoxAnswer ShowMessageBox(const MessageBox &box);
 std::optional<std::string> ShowFileDialog(const FileDialog &dialog);
 std::optional<std::string> ShowFolderDialog(const std::string &title, const std::string &start);

@@ -28,19 +28,31 @@ void EndProgram(int status) {
     Program.ExitStatus = status;
 }
 
+BoxAnswer AnswerOfClosing(BoxButtons buttons) {
+    switch (buttons) {
+    case BoxButtons::Ok: return BoxAnswer::Ok;
+    case BoxButtons::AbortRetryIgnore: return BoxAnswer::Abort;
+    case BoxButtons::YesNo: return BoxAnswer::No;
+    case BoxButtons::OkCancel:
+    case BoxButtons::YesNoCancel:
+    case BoxButtons::RetryCancel: return BoxAnswer::Cancel;
+    }
+    return BoxAnswer::Cancel;
+}
+
 BoxAnswer ShowMessageBox(const MessageBox &box) {
     assert(Dialogs.Box != nullptr);
-    return Dialogs.Box(box);
+    return Program.Ending ? AnswerOfClosing(box.Buttons) : Dialogs.Box(box);
 }
 
 std::optional<std::string> ShowFileDialog(const FileDialog &dialog) {
     assert(Dialogs.File != nullptr);
-    return Dialogs.File(dialog);
+    return Program.Ending ? std::nullopt : Dialogs.File(dialog);
 }
 
 std::optional<std::string> ShowFolderDialog(const std::string &title, const std::string &start) {
     assert(Dialogs.Folder != nullptr);
-    return Dialogs.Folder(title, start);
+    return Program.Ending ? std::nullopt : Dialogs.Folder(title, start);
 }
 
 } // namespace zrt

@@ -23,22 +23,15 @@ struct ButtonSet {
     BoxButtons Buttons;
     int Count;
     BoxAnswer Answers[3];
-    BoxAnswer Closed; // what the close box and Esc mean; Abort: they do nothing
 };
 
 constexpr ButtonSet kButtonSets[] = {
-    {BoxButtons::Ok, 1, {BoxAnswer::Ok}, BoxAnswer::Ok},
-    {BoxButtons::OkCancel, 2, {BoxAnswer::Ok, BoxAnswer::Cancel}, BoxAnswer::Cancel},
-    {BoxButtons::AbortRetryIgnore,
-     3,
-     {BoxAnswer::Abort, BoxAnswer::Retry, BoxAnswer::Ignore},
-     BoxAnswer::Abort},
-    {BoxButtons::YesNoCancel,
-     3,
-     {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Cancel},
-     BoxAnswer::Cancel},
-    {BoxButtons::YesNo, 2, {BoxAnswer::Yes, BoxAnswer::No}, BoxAnswer::No},
-    {BoxButtons::RetryCancel, 2, {BoxAnswer::Retry, BoxAnswer::Cancel}, BoxAnswer::Cancel},
+    {BoxButtons::Ok, 1, {BoxAnswer::Ok}},
+    {BoxButtons::OkCancel, 2, {BoxAnswer::Ok, BoxAnswer::Cancel}},
+    {BoxButtons::AbortRetryIgnore, 3, {BoxAnswer::Abort, BoxAnswer::Retry, BoxAnswer::Ignore}},
+    {BoxButtons::YesNoCancel, 3, {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Cancel}},
+    {BoxButtons::YesNo, 2, {BoxAnswer::Yes, BoxAnswer::No}},
+    {BoxButtons::RetryCancel, 2, {BoxAnswer::Retry, BoxAnswer::Cancel}},
 };
 
 struct AnswerButton {
@@ -143,6 +136,7 @@ QStringList NameFilters(const std::string &filter) {
 
 BoxAnswer AskInBox(const MessageBox &box) {
     const ButtonSet &set = SetOf(box.Buttons);
+    const BoxAnswer closed = AnswerOfClosing(box.Buttons); // by its close box or by Esc
     QMessageBox window(WindowBelow());
     window.setObjectName(QStringLiteral("MessageBox"));
     window.setWindowTitle(QString::fromStdString(box.Title));
@@ -159,11 +153,11 @@ BoxAnswer AskInBox(const MessageBox &box) {
         button->setObjectName(QLatin1String(row.Name));
         if (static_cast<int>(i) + 1 == box.DefaultButton)
             window.setDefaultButton(button);
-        if (row.Answer == set.Closed)
+        if (row.Answer == closed)
             closing = button;
     }
     MustBeAnswered refusal;
-    if (set.Closed == BoxAnswer::Abort)
+    if (closed == BoxAnswer::Abort)
         window.installEventFilter(&refusal);
     else
         window.setEscapeButton(closing);
@@ -172,7 +166,7 @@ BoxAnswer AskInBox(const MessageBox &box) {
         if (window.clickedButton() != nullptr &&
             window.standardButton(window.clickedButton()) == row.Button)
             return row.Answer;
-    return set.Closed; // closed by its close box, or the program ends
+    return closed; // or the program ends
 }
 
 std::optional<std::string> AskForFile(const FileDialog &dialog) {

@@ -1,9 +1,11 @@
 // zrtlog: the logger as an operator runs it.
+#include "app/exit.h"
 #include "app/start_up.h"
 #include "platform/events.h"
 #include "platform/program.h"
 #include "qt/doors.h"
 #include "qt/quiet_style.h"
+#include "qt/session_end.h"
 #include "qt/views.h"
 
 #include <QApplication>
@@ -33,10 +35,12 @@ int main(int argc, char *argv[]) {
     QApplication::setQuitOnLastWindowClosed(false);
     zrt::InstallQuietStyle();
 
-    zrt::InstallQtDoors(zrt::ExitProgram);
+    zrt::InstallQtDoors(zrt::LeaveProgram);
+    zrt::WatchSessionEnd({zrt::KeepSession, zrt::LeaveProgram});
     zrt::RegisterWindows();
     zrt::BuildViews();
     zrt::StartProgram();
+    zrt::LeaveAtExit();
     zrt::PumpUntil(zrt::kNoDeadline, [] { return false; });
     zrt::DestroyViews();
     return zrt::Program.ExitStatus;

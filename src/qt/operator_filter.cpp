@@ -13,7 +13,6 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPointer>
-#include <QSessionManager>
 #include <QWindow>
 
 #include <algorithm>
@@ -329,13 +328,6 @@ void InstallOperatorFilter(std::function<void()> quitAsked) {
     delete filter;
     filter = new OperatorFilter(qApp);
     qApp->installEventFilter(filter);
-    QObject::connect(
-        qApp, &QGuiApplication::commitDataRequest, filter,
-        [](QSessionManager &) {
-            if (Operator.QuitAsked)
-                Post(Operator.QuitAsked);
-        },
-        Qt::DirectConnection);
 }
 
 bool KeyPressed(int keyCode) {

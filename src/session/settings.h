@@ -118,6 +118,9 @@ std::string FirstFolder();
 // Writes the file whole. With `withWindows` the windows' places are taken into the rows of the open
 // contest first. May pump: a failure goes to FileErrorAction.
 void WriteSettings(bool withWindows);
+// The same once, without a box: returns 0 or the system's error. Settings that were never read are
+// not written.
+[[nodiscard]] int TryWriteSettings(bool withWindows);
 
 // A TimingMethod that is none of the four becomes "Winmm".
 void CheckTimingMethod();

@@ -299,14 +299,17 @@ int ReadSettings() {
     return 0;
 }
 
-void WriteSettings(bool withWindows) {
+int TryWriteSettings(bool withWindows) {
     if (!Session.SettingsRead)
-        return;
+        return 0;
     UpdateWindows(withWindows);
     const std::string text = SettingsText();
+    return ReplaceFile(Session.AppPath + kSettingsFile, std::as_bytes(std::span(text)));
+}
+
+void WriteSettings(bool withWindows) {
     for (;;) {
-        const int error =
-            ReplaceFile(Session.AppPath + kSettingsFile, std::as_bytes(std::span(text)));
+        const int error = TryWriteSettings(withWindows);
         if (error == 0 || FileErrorAction(ErrorNumberOf(error)) != FileAction::Retry)
             return;
     }

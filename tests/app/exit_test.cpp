@@ -5,6 +5,7 @@
 #include "app/start_up.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
+#include "platform/dialogs.h"
 #include "platform/program.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
@@ -204,6 +205,89 @@ TEST_F(ExitTheProgram, MayGiveUpContactsThatAreNotOnDisk) {
     LogContact("K2ZZ");
     ExitProgram();
     ExpectEnded();
+}
+
+// No answer is queued in these: a box would fail the test.
+TEST_F(ExitTheProgram, AnEndFromOutsideAsksNothingAndKeepsAnUnnamedLog) {
+    OpenUnnamed();
+    LeaveProgram();
+    ExpectEnded();
+    EXPECT_EQ(BytesOf(kTempLog).size(), 120U);
+    EXPECT_EQ(Log.LogState, kTemporaryName);
+}
+
+TEST_F(ExitTheProgram, AnEndFromOutsideWritesTheContactsThatAreOwed) {
+    OpenUnnamed();
+    Devices.Disk = DiskMode::Full;
+    Answer({BoxAnswer::Cancel});
+    LogContact("K2ZZ");
+    EXPECT_EQ(BytesOf(kTempLog).size(), 120U);
+    Devices.Disk = DiskMode::Ok;
+    LeaveProgram();
+    ExpectEnded();
+    EXPECT_EQ(BytesOf(kTempLog).size(), 180U);
+}
+
+TEST_F(ExitTheProgram, AnEndFromOutsideWritesThePlacesOfTheWindows) {
+    OpenUnnamed();
+    LogForm.Left = 1110;
+    LogForm.Top = 2220;
+    LogForm.Width = 13000;
+    LogForm.Height = 9000;
+    LeaveProgram();
+    EXPECT_NE(BytesOf(kSettingsFile).find("LOGFORM OPEN 2220 1110 9000 13000"), std::string::npos);
+}
+
+TEST_F(ExitTheProgram, AnEndFromOutsideOnABrokenDiskAsksNothing) {
+    OpenUnnamed();
+    Devices.Disk = DiskMode::Full;
+    Answer({BoxAnswer::Cancel});
+    LogContact("K2ZZ");
+    LeaveProgram();
+    EXPECT_TRUE(Program.Ending);
+    EXPECT_EQ(winkeyerClosed, 1); // the lines go off in any case
+}
+
+TEST_F(ExitTheProgram, ASecondSignalDoesNothing) {
+    OpenUnnamed();
+    LeaveProgram();
+    Settings.YourCall = "ZR2TEST";
+    LeaveProgram();
+    EXPECT_EQ(winkeyerClosed, 1);
+    EXPECT_TRUE(SettingsWritten()); // as they were the first time
+}
+
+TEST_F(ExitTheProgram, NoBoxOpensInAProgramThatEnds) {
+    EndProgram(0);
+    const std::size_t boxes = Devices.Boxes.size();
+    const struct {
+        BoxButtons Buttons;
+        BoxAnswer Answer;
+    } cases[] = {{BoxButtons::Ok, BoxAnswer::Ok},
+                 {BoxButtons::OkCancel, BoxAnswer::Cancel},
+                 {BoxButtons::AbortRetryIgnore, BoxAnswer::Abort},
+                 {BoxButtons::YesNoCancel, BoxAnswer::Cancel},
+                 {BoxButtons::YesNo, BoxAnswer::No},
+                 {BoxButtons::RetryCancel, BoxAnswer::Cancel}};
+    for (const auto &c : cases)
+        EXPECT_EQ(ShowMessageBox({"Text", "Title", c.Buttons}), c.Answer);
+    EXPECT_EQ(ShowFileDialog({}), std::nullopt);
+    EXPECT_EQ(ShowFolderDialog("Title", "/"), std::nullopt);
+    EXPECT_EQ(Devices.Boxes.size(), boxes);
+}
+
+TEST_F(ExitTheProgram, ASessionThatMayEndIsKeptAndGoesOn) {
+    OpenUnnamed();
+    Devices.Disk = DiskMode::Full;
+    Answer({BoxAnswer::Cancel});
+    LogContact("K2ZZ");
+    KeepSession(); // what fails is not asked about
+    ExpectStays();
+    Devices.Disk = DiskMode::Ok;
+    KeepSession();
+    ExpectStays();
+    EXPECT_EQ(BytesOf(kTempLog).size(), 180U);
+    EXPECT_TRUE(SettingsWritten());
 }
 
 } // namespace

@@ -20,6 +20,8 @@ constexpr int kAnswerMs = 60000; // a machine under load is slow, not dead
 
 [[noreturn]] void RunChild(const std::string &home, const std::string &platform,
                            const std::string &in, const std::string &out) {
+    for (const int signal : {SIGTERM, SIGHUP, SIGINT})
+        std::signal(signal, SIG_DFL); // a test in the background of a shell ignores some
     setenv("XDG_DATA_HOME", home.c_str(), 1);
     setenv("QT_QPA_PLATFORM", platform.c_str(), 1);
     setenv("QT_PLUGIN_PATH", ZRT_TEST_PLUGINS, 1);

@@ -29,7 +29,8 @@ ComesTrue() {
 StartDesktop() {
     : >"$work/display"
     Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
-    children+=($!)
+    export X_SERVER_PROCESS=$! # for a test that kills it
+    children+=("$X_SERVER_PROCESS")
     ComesTrue test -s "$work/display" || return 1
     DISPLAY=:$(tr -d '\n' <"$work/display")
     export DISPLAY
