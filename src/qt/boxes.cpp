@@ -1,6 +1,7 @@
 #include "qt/boxes.h"
 
 #include "platform/events.h"
+#include "qt/box_keys.h"
 #include "qt/mirror.h"
 
 #include <QAbstractButton>
@@ -161,6 +162,7 @@ BoxAnswer AskInBox(const MessageBox &box) {
         window.installEventFilter(&refusal);
     else
         window.setEscapeButton(closing);
+    BoxComesUp();
     WaitFor(window);
     for (const AnswerButton &row : kAnswerButtons)
         if (window.clickedButton() != nullptr &&

@@ -1,6 +1,7 @@
 #include "qt/operator_filter.h"
 
 #include "platform/events.h"
+#include "qt/box_keys.h"
 #include "qt/key_codes.h"
 #include "qt/mirror.h"
 #include "qt/widgets.h"
@@ -12,6 +13,7 @@
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPointer>
 #include <QWindow>
 
@@ -152,6 +154,7 @@ bool TakeKey(Form &form, QWidget &target, QKeyEvent &event) {
     const KeyStroke stroke = StrokeOf(event);
     if (stroke.KeyCode == kKeyNone)
         return isField;
+    NoteTyping();
     // The event is Qt's again only when the handlers, which may pump, have returned; the target
     // lives as long as the views.
     const KeyOutcome outcome = OfferKey(form, stroke);
@@ -181,6 +184,12 @@ bool TakeKeyInFront(QKeyEvent &event) {
     if (target != nullptr)
         (void)TakeKey(*front, *target, event);
     return true;
+}
+
+// What a key is pressed in, if that is a message box.
+bool IsInBox(const QObject &object) {
+    const auto *widget = qobject_cast<const QWidget *>(&object);
+    return widget != nullptr && qobject_cast<const QMessageBox *>(widget->window()) != nullptr;
 }
 
 // A focus that comes with the window or goes to a menu is no choice of the operator's.
@@ -231,14 +240,19 @@ class OperatorFilter : public QObject {
     }
 
     static bool TakeOverride(QObject &object, QEvent &event) {
-        if (!IsKeyTarget(&object) || FormUnder(&object) == nullptr)
-            return false;
-        event.accept(); // no shortcut comes before the handlers of a field
-        return true;
+        // No shortcut comes before the handlers of a field, and none answers a box while the
+        // operator types.
+        const bool taken =
+            IsInBox(object) ? IsTyping() : IsKeyTarget(&object) && FormUnder(&object) != nullptr;
+        if (taken)
+            event.accept();
+        return taken;
     }
 
     static bool Key(QObject &object, QKeyEvent &event) {
         Note(object, event);
+        if (IsInBox(object))
+            return !BoxTakesKey(event);
         if (!IsKeyTarget(&object))
             return false;
         Form *form = FormUnder(&object);
@@ -323,6 +337,7 @@ class OperatorFilter : public QObject {
 
 void InstallOperatorFilter(std::function<void()> quitAsked) {
     Operator = {};
+    ForgetTyping();
     Operator.QuitAsked = std::move(quitAsked);
     static QPointer<OperatorFilter> filter;
     delete filter;

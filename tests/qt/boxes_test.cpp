@@ -3,16 +3,20 @@
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/program.h"
+#include "qt/box_keys.h"
 #include "qt/mirror.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
+#include <algorithm>
 #include <functional>
 
 #include <gmock/gmock.h>
@@ -87,15 +91,39 @@ TEST_F(Boxes, EscAndTheCloseBoxAnswerAsTheyShould) {
     }
 }
 
-TEST_F(Boxes, ABoxThatMustBeAnsweredHasNoOtherWayOut) {
-    bool survived = false;
-    WhenOpen<QMessageBox>([&](QMessageBox &box) {
-        QTest::keyClick(&box, Qt::Key_Escape);
-        survived = box.isVisible();
-        box.findChild<QPushButton *>(QStringLiteral("Ignore"))->click();
+// The desktop's own close, by the title bar or the task bar.
+void CloseByDesktop(QWidget &window) {
+    QCloseEvent close;
+    QSpontaneKeyEvent::setSpontaneous(&close);
+    qApp->notify(&window, &close); // sendEvent makes an event of the program's own
+}
+
+TEST_F(Boxes, TheDesktopMayCloseABoxThatCanBeCancelled) {
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        CloseByDesktop(box);
+        EXPECT_FALSE(box.isVisible());
     });
-    EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::AbortRetryIgnore}), BoxAnswer::Ignore);
-    EXPECT_TRUE(survived);
+    EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::RetryCancel}), BoxAnswer::Cancel);
+    EXPECT_TRUE(Opened);
+}
+
+TEST_F(Boxes, ABoxThatMustBeAnsweredHasNoOtherWayOut) {
+    const std::function<void(QMessageBox &)> ways[] = {
+        [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); },
+        [](QMessageBox &box) { QTest::keyClick(box.windowHandle(), Qt::Key_Escape); },
+        [](QMessageBox &box) { CloseByDesktop(box); },
+    };
+    for (const auto &way : ways) {
+        bool survived = false;
+        WhenOpen<QMessageBox>([&](QMessageBox &box) {
+            way(box);
+            survived = box.isVisible();
+            box.findChild<QPushButton *>(QStringLiteral("Ignore"))->click();
+        });
+        EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::AbortRetryIgnore}),
+                  BoxAnswer::Ignore);
+        EXPECT_TRUE(survived);
+    }
 }
 
 TEST_F(Boxes, ShowsPlainTextTitleIconAndDefaultButton) {
@@ -176,6 +204,125 @@ TEST_F(Boxes, AFolderIsChosen) {
         static_cast<QDialog &>(dialog).findChild<QPushButton *>()->click();
     });
     EXPECT_EQ(ShowFolderDialog("Folder", folder.path().toStdString()), folder.path().toStdString());
+}
+
+// The operator's keys on a clock of their own.
+class BoxUnderTheFingers : public Boxes {
+  protected:
+    BoxUnderTheFingers() {
+        now = 100 * kSecond;
+        Clock.Steady = [] { return now; };
+    }
+
+    static void Pass(Microseconds time) { now += time; }
+    static void TypeIntoTheWindow(Qt::Key key) {
+        Turn(); // the window is in front again after a box
+        QTest::keyClick(ViewOf(Window)->windowHandle(), key);
+    }
+    // Whether the box does nothing about the key. Some keys close it, some press a button that
+    // closes it a moment later.
+    static bool Outlives(const QMessageBox &box, Qt::Key key,
+                         Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(box.windowHandle(), key, modifiers);
+        const auto buttons = box.buttons();
+        return box.isVisible() && std::none_of(buttons.begin(), buttons.end(),
+                                               [](auto *button) { return button->isDown(); });
+    }
+
+    static Microseconds now;
+};
+Microseconds BoxUnderTheFingers::now = 0;
+
+TEST_F(BoxUnderTheFingers, TakesALetterWithAltOnly) {
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        for (const Qt::Key key : {Qt::Key_N, Qt::Key_Y, Qt::Key_C, Qt::Key_5}) {
+            EXPECT_TRUE(Outlives(box, key));
+            EXPECT_TRUE(Outlives(box, key, Qt::ShiftModifier));
+            Pass(kSecond);
+        }
+        EXPECT_FALSE(Outlives(box, Qt::Key_N, Qt::AltModifier));
+    });
+    EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::YesNoCancel}), BoxAnswer::No);
+    EXPECT_TRUE(Opened);
+}
+
+struct AnsweringKey {
+    Qt::Key Key;
+    Qt::KeyboardModifiers Modifiers;
+    BoxAnswer Answer;
+};
+
+constexpr AnsweringKey kAnsweringKeys[] = {
+    {Qt::Key_Return, Qt::NoModifier, BoxAnswer::Yes},
+    {Qt::Key_Enter, Qt::KeypadModifier, BoxAnswer::Yes},
+    {Qt::Key_Escape, Qt::NoModifier, BoxAnswer::Cancel},
+    {Qt::Key_N, Qt::AltModifier, BoxAnswer::No},
+};
+
+TEST_F(BoxUnderTheFingers, TakesNoKeyForAWhileAfterOneThatWasTyped) {
+    for (const AnsweringKey &answering : kAnsweringKeys) {
+        SCOPED_TRACE(answering.Key);
+        TypeIntoTheWindow(Qt::Key_W);
+        Pass(kTypingPause - 1); // a slow typist
+        WhenOpen<QMessageBox>([&](QMessageBox &box) {
+            EXPECT_TRUE(Outlives(box, answering.Key, answering.Modifiers));
+            Pass(kTypingPause - 1);
+            EXPECT_TRUE(Outlives(box, answering.Key, answering.Modifiers));
+            Pass(1);
+            EXPECT_FALSE(Outlives(box, answering.Key, answering.Modifiers));
+        });
+        EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::YesNoCancel}), answering.Answer);
+    }
+}
+
+TEST_F(BoxUnderTheFingers, ReactsAtOnceInAQuietMoment) {
+    for (const AnsweringKey &answering : kAnsweringKeys) {
+        TypeIntoTheWindow(Qt::Key_W);
+        Pass(kTypingPause);
+        WhenOpen<QMessageBox>([&](QMessageBox &box) {
+            EXPECT_FALSE(Outlives(box, answering.Key, answering.Modifiers));
+        });
+        EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::YesNoCancel}), answering.Answer);
+    }
+}
+
+TEST_F(BoxUnderTheFingers, IsNotAnsweredByAnOperatorWhoTypesOn) {
+    TypeIntoTheWindow(Qt::Key_W);
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        const Qt::Key call[] = {Qt::Key_D,     Qt::Key_L, Qt::Key_1, Qt::Key_N,
+                                Qt::Key_Space, Qt::Key_5, Qt::Key_9, Qt::Key_Return};
+        for (const Qt::Key key : call) {
+            Pass(kTypingPause / 2);
+            EXPECT_TRUE(Outlives(box, key));
+        }
+        // The Enter was no text: who stops to look can answer.
+        Pass(kTypingPause / 2);
+        EXPECT_FALSE(Outlives(box, Qt::Key_Return));
+    });
+    EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::YesNoCancel}), BoxAnswer::Yes);
+}
+
+TEST_F(BoxUnderTheFingers, IsNotAnsweredByAKeyThatIsHeldDown) {
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+        QCoreApplication::sendEvent(box.windowHandle(), &repeat);
+        EXPECT_TRUE(box.isVisible());
+        EXPECT_FALSE(Outlives(box, Qt::Key_Return));
+    });
+    EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::YesNoCancel}), BoxAnswer::Yes);
+}
+
+TEST_F(BoxUnderTheFingers, ABlankPressesTheButtonOfAQuietBox) {
+    WhenOpen<QMessageBox>([](QMessageBox &box) { EXPECT_FALSE(Outlives(box, Qt::Key_Space)); });
+    EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::YesNo}), BoxAnswer::Yes);
+}
+
+TEST_F(BoxUnderTheFingers, TheAnswerToOneBoxKeepsNoOtherWaiting) {
+    for (int i = 0; i < 2; ++i) {
+        WhenOpen<QMessageBox>(
+            [](QMessageBox &box) { EXPECT_FALSE(Outlives(box, Qt::Key_Return)); });
+        EXPECT_EQ(ShowMessageBox({"Text", "Title", BoxButtons::YesNo}), BoxAnswer::Yes);
+    }
 }
 
 } // namespace

@@ -135,5 +135,25 @@ TEST_F(RealKeyboard, DoesWhatTheContestWants) {
     }
 }
 
+void TypeText(const char *text) {
+    Xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("5"),
+             QString::fromLatin1(text)});
+}
+
+// The call that an operator types while a question comes up does not answer it.
+TEST_F(RealKeyboard, TypesThroughABoxWithoutAnsweringIt) {
+    ASSERT_NO_FATAL_FAILURE(Start());
+    TypeText("dl1");
+    Program.Send("menu mnuFileExit");
+    TypeText("nny n yn");
+    ASSERT_TRUE(Comes(Program, "window", "Save Log?"));
+    TypeText("nny n yn");
+    PressChord("n");
+    EXPECT_EQ(Ask(Program, "sync"), "ok");
+    EXPECT_EQ(Ask(Program, "window"), "Save Log?");
+    Program.Send("click Cancel");
+    EXPECT_TRUE(Comes(Program, "focus", "InData(0)"));
+}
+
 } // namespace
 } // namespace zrt
