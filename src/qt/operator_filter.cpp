@@ -219,7 +219,8 @@ class OperatorFilter : public QObject {
         case QEvent::Quit: return Quit(*object, *event);
         case QEvent::ApplicationPaletteChange: ColorsChanged(); return false;
         case QEvent::ApplicationStateChange:
-            if (QGuiApplication::applicationState() != Qt::ApplicationActive)
+            if (static_cast<QApplicationStateChangeEvent &>(*event).applicationState() !=
+                Qt::ApplicationActive)
                 Operator.Down.reset(); // their releases go to another program
             return false;
         default: return false;

@@ -344,6 +344,30 @@ TEST_F(Keys, AKeyIsPressedWhileItIsDownAndOnceAfterwards) {
     EXPECT_FALSE(KeyPressed(5000));
 }
 
+TEST_F(Keys, AKeyStaysDownThroughItsRepeats) {
+    auto *window = ViewOf(Window)->windowHandle();
+    QTest::keyPress(window, Qt::Key_Escape);
+    EXPECT_TRUE(KeyPressed(kKeyEsc)); // the press itself is told once
+    QKeyEvent repeat(QEvent::KeyRelease, Qt::Key_Escape, Qt::NoModifier, QString(), true);
+    QCoreApplication::sendEvent(window, &repeat);
+    EXPECT_TRUE(KeyPressed(kKeyEsc));
+    QTest::keyRelease(window, Qt::Key_Escape);
+    EXPECT_FALSE(KeyPressed(kKeyEsc));
+}
+
+// Its release goes to the program that is in front then.
+TEST_F(Keys, NoKeyIsDownAfterTheProgramHasLostTheFront) {
+    auto *window = ViewOf(Window)->windowHandle();
+    QTest::keyPress(window, Qt::Key_Escape);
+    EXPECT_TRUE(KeyPressed(kKeyEsc));
+    QApplicationStateChangeEvent activated(Qt::ApplicationActive);
+    QCoreApplication::sendEvent(qApp, &activated);
+    EXPECT_TRUE(KeyPressed(kKeyEsc));
+    QApplicationStateChangeEvent left(Qt::ApplicationInactive);
+    QCoreApplication::sendEvent(qApp, &left);
+    EXPECT_FALSE(KeyPressed(kKeyEsc));
+}
+
 TEST_F(Keys, WhatComesInWhileAKeyIsAskedAboutIsServedLaterInItsOrder) {
     auto *window = ViewOf(Window)->windowHandle();
     Window.cmdCancel.Click = [this] { Heard.emplace_back("cancel"); };

@@ -5,6 +5,7 @@
 #include "qt/mirror.h"
 
 #include <QLineEdit>
+#include <QMetaObject>
 #include <QTest>
 
 #include <ctime>
@@ -119,6 +120,48 @@ TEST_F(Pump, DeletesWhatQtDeletesLater) {
     object->deleteLater();
     PumpUntil(Clock.Steady() + 10 * kMillisecond, Never);
     EXPECT_TRUE(gone);
+}
+
+// The object may be one that a procedure below, which waits here, still works with.
+TEST_F(Pump, LeavesWhatQtDeletesLaterToTheOutermostWait) {
+    auto *object = new QObject;
+    bool gone = false, goneInside = false;
+    QObject::connect(object, &QObject::destroyed, qApp, [&gone] { gone = true; });
+    Post([&] {
+        object->deleteLater();
+        PumpUntil(Clock.Steady() + 30 * kMillisecond, Never);
+        goneInside = gone;
+    });
+    PumpUntil(Clock.Steady() + 60 * kMillisecond, Never);
+    EXPECT_FALSE(goneInside);
+    EXPECT_TRUE(gone);
+}
+
+// In the last three milliseconds what is due is served, but nothing is painted and no key handled.
+TEST_F(Pump, PaintsNothingShortlyBeforeADeadline) {
+    static Microseconds now;
+    now = 100 * kSecond;
+    Clock.Steady = [] { return now += 10; };
+    const auto shown = [] { return Find<QLineEdit>(Window, "Field(0)")->text().toStdString(); };
+    std::string shownNear, shownFar;
+    bool keyNear = false;
+    const auto write = [](const char *text) { Window.Field[0].Text = text; };
+    Post([&] { write("NEAR"); });
+    Post([&] { shownNear = shown(); });
+    QMetaObject::invokeMethod(
+        qApp, [&keyNear] { keyNear = true; }, Qt::QueuedConnection);
+    bool servedQt = true;
+    Post([&] { servedQt = keyNear; });
+    PumpUntil(now + 2 * kMillisecond, Never);
+    EXPECT_EQ(shownNear, "");
+    EXPECT_FALSE(servedQt);
+    EXPECT_EQ(shown(), ""); // the next wait shows it
+    EXPECT_EQ(now / kMillisecond, 100002);
+    Post([&] { write("FAR"); });
+    Post([&] { shownFar = shown(); });
+    PumpUntil(now + 10 * kMillisecond, [&] { return !shownFar.empty(); });
+    EXPECT_EQ(shownFar, "FAR");
+    EXPECT_TRUE(keyNear);
 }
 
 TEST_F(Pump, AWaitForTheOperatorLeavesTheProcessorAlone) {
