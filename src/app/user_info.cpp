@@ -229,6 +229,7 @@ void RegisterUserInfo() {
     UserInfo = {};
     UserInfo.Caption = "User Information";
     UserInfo.mnuEdit.Caption = "Edit";
+    UserInfo.mnuEdit.AltLetter = 'E';
     SetMenu(UserInfo.mnuSave, "Save", [] { Store(true); });
     SetMenu(UserInfo.mnuCopy, "Copy", Copy);
     SetMenu(UserInfo.mnuPaste, "Paste", Paste);

@@ -343,7 +343,8 @@ bool ActsAsKey(int charCode) {
 
 void InDataKeyDown(i16 fieldIndex, int &keyCode, int shift) {
     if (Log.LogState == kNoLog) { // the fields are hidden, but the keyboard may still be theirs
-        keyCode = kKeyNone;
+        if ((shift & kAlt) == 0)  // Alt opens the menus
+            keyCode = kKeyNone;
         return;
     }
     Entry.SendAfterLog = false;

@@ -124,6 +124,13 @@ void NameMenus() {
     NameMenu(LogForm.mnuHelpContestRules, "Contest Rules", "mnuHelp");
     NameMenu(LogForm.mnuHelpKeyboardCommands, "Keyboard Commands", "mnuHelp");
     NameMenu(LogForm.mnuHelpAbout, "About ZRTLOG", "mnuHelp");
+    // Alt with M, W, X and Z are keys of the entry.
+    LogForm.mnuFile.AltLetter = 'F';
+    LogForm.mnuEdit.AltLetter = 'E';
+    LogForm.mnuView.AltLetter = 'V';
+    LogForm.mnuMode.AltLetter = 'o';
+    LogForm.mnuRadioWK.AltLetter = 'R';
+    LogForm.mnuHelp.AltLetter = 'H';
 }
 
 } // namespace
@@ -134,6 +141,10 @@ void RegisterLogForm() {
     CallField().Takes = CallTakes;
     ExchangeField().Takes = ExchangeTakes;
     NameMenus();
+    // All keys are those of the two fields, whatever the mouse has been clicked on.
+    for (Control *control : std::initializer_list<Control *>{
+             &LogForm.AddButton, &LogForm.CancelButton, &LogForm.CheckCall, &LogForm.CheckExchange})
+        control->Focusable = false;
     std::vector<NamedControl> controls = {
         {"InData(0)", &LogForm.InData[0], "Call"},
         {"InData(1)", &LogForm.InData[1], "Received exchange"},
@@ -274,6 +285,8 @@ void WriteQSONrLabel() {
                                  LongBandName(band) + (IsCw(band) ? " CW)" : " SSB)");
     LogForm.mnuModeCW.Checked = IsCw(band);
     LogForm.mnuModePhone.Checked = !IsCw(band);
+    LogForm.mnuModeCW.Keys = IsCw(band) ? "" : "Ctrl+Left"; // either key goes to the other mode
+    LogForm.mnuModePhone.Keys = IsCw(band) ? "Ctrl+Right" : "";
 }
 
 void SetFieldText(TextBox &field, const std::string &text) {

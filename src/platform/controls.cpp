@@ -118,7 +118,7 @@ bool TakesFocus(const Control &control) {
     case ControlKind::OptionButton:
     case ControlKind::ListBox:
     case ControlKind::Button:
-    case ControlKind::ScrollBar: return control.Visible && control.Enabled;
+    case ControlKind::ScrollBar: return control.Visible && control.Enabled && control.Focusable;
     default: return false;
     }
 }

@@ -33,6 +33,7 @@ struct Control {
     ControlKind Kind;
     bool Visible = true;
     bool Enabled = true;
+    bool Focusable = true; // false: the mouse works it, and the keyboard stays where it is
     Color ForeColor = Color::Black;
     std::function<void()> GotFocus;
     std::function<void()> LostFocus;
@@ -112,6 +113,8 @@ struct MenuItem : Control {
     MenuItem() : Control(ControlKind::MenuItem) {}
     std::string Caption; // "-" is a separator
     std::string Parent;
+    char AltLetter = 0; // of its caption: with Alt it opens the menu
+    std::string Keys;   // do the same as the entry; only shown
     bool Checked = false;
     std::function<void()> Click;
 };
@@ -178,7 +181,8 @@ void ShowForm(Form &form); // brings it to the front
 void HideForm(Form &form);
 Form *ActiveForm(); // nullptr while no window shows
 
-// Whether the operator can go to the control: of a kind with a focus, visible and enabled.
+// Whether the operator can go to the control: of a kind with a focus, visible and enabled, and not
+// left to the mouse.
 bool TakesFocus(const Control &control);
 // Gives a control the focus inside its form, with LostFocus and GotFocus.
 void SetFocus(Control &control);

@@ -33,10 +33,22 @@ int BytesBefore(const QString &text, int units) {
     return static_cast<int>(text.left(units).toUtf8().size());
 }
 
-// An "&" of the program is a letter: no caption has a mnemonic, since the contest owns the Alt key.
+// An "&" of the program is a letter.
 QString PlainCaption(const std::string &caption) {
     return QString::fromStdString(caption).trimmed().replace(QLatin1Char('&'),
                                                              QStringLiteral("&&"));
+}
+
+// The letter that opens a menu is underlined; the keys of an entry stand behind it. Neither makes a
+// shortcut of Qt's come first: the keys of the window go to its fields.
+QString MenuText(const MenuItem &item) {
+    QString text = PlainCaption(item.Caption);
+    const qsizetype letter = item.AltLetter == 0 ? -1 : text.indexOf(QLatin1Char(item.AltLetter));
+    if (letter >= 0)
+        text.insert(letter, QLatin1Char('&'));
+    if (!item.Keys.empty())
+        text += QLatin1Char('\t') + QString::fromStdString(item.Keys);
+    return text;
 }
 
 bool NewText(Binding &binding, const std::string &text) {
@@ -170,10 +182,10 @@ bool HasVisibleEntry(const QMenu &menu) {
 void MirrorMenu(Binding &binding) {
     const auto &record = static_cast<MenuItem &>(*binding.Record);
     QAction &action = *binding.Action;
-    if (NewText(binding, record.Caption)) {
+    if (NewText(binding, record.Caption + '\t' + record.Keys)) {
         const bool bar = record.Caption == "-";
         action.setSeparator(bar);
-        action.setText(bar ? QString() : PlainCaption(record.Caption)); // some styles write it
+        action.setText(bar ? QString() : MenuText(record)); // some styles write it
     }
     if (record.Checked && !action.isCheckable())
         action.setCheckable(true);
@@ -315,12 +327,13 @@ void BindWidget(Form &form, Control &control, QWidget *widget) {
     QSizePolicy policy = widget->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     widget->setSizePolicy(policy);
+    if (!control.Focusable)
+        widget->setFocusPolicy(Qt::NoFocus);
     Connect(AddBinding(form, control, widget, nullptr));
 }
 
 void BindMenus(Form &form, QMenuBar *bar) {
-    // No mnemonics, and no native bar: keys of the contest must not open menus.
-    bar->setNativeMenuBar(false);
+    bar->setNativeMenuBar(false); // keys of the contest must not open menus
     std::map<std::string, QMenu *> menus;
     const auto &controls = RegistrationOf(form).Controls;
     for (const NamedControl &named : controls) {

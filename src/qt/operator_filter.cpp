@@ -117,20 +117,38 @@ void MoveFocus(Form &form, bool backwards) {
     MirrorRecords();
 }
 
-// The Menu key opens the menu bar: the Alt key and F10 belong to the contest.
-bool OpenMenuBar(const QKeyEvent &event, const QWidget &window) {
-    if (event.key() != Qt::Key_Menu)
+// The Menu key opens the menu bar, Alt and its letter a menu: the Alt key alone and F10 belong to
+// the contest.
+bool OpensMenu(const QKeyEvent &event, const QAction &menu) {
+    if (!menu.isVisible() || !menu.isEnabled())
         return false;
+    return event.key() == Qt::Key_Menu ||
+           (event.modifiers() == Qt::AltModifier &&
+            QKeySequence::mnemonic(menu.text()) == QKeySequence(Qt::ALT | Qt::Key(event.key())));
+}
+
+bool OpenMenu(const QKeyEvent &event, const QWidget &window) {
     const auto *frame = qobject_cast<const QMainWindow *>(&window);
-    if (frame == nullptr || frame->menuBar() == nullptr)
+    if (frame == nullptr)
         return false;
     const QList<QAction *> menus = frame->menuBar()->actions();
-    const auto first = std::find_if(menus.begin(), menus.end(),
-                                    [](const QAction *menu) { return menu->isVisible(); });
-    if (first == menus.end())
+    const auto found = std::find_if(menus.begin(), menus.end(), [&event](const QAction *menu) {
+        return OpensMenu(event, *menu);
+    });
+    if (found == menus.end())
         return false;
-    frame->menuBar()->setActiveAction(*first);
+    frame->menuBar()->setActiveAction(*found);
     return true;
+}
+
+// The keys of a window go to the control that has the keyboard by its record, wherever in the
+// window they arrive.
+QWidget &Receiver(QWidget &target) {
+    if (BindingOf(&target) != nullptr)
+        return target;
+    MirrorRecords();
+    QWidget *focus = target.window()->focusWidget();
+    return focus != nullptr && BindingOf(focus) != nullptr ? *focus : target;
 }
 
 void EditField(Binding &binding, QKeyEvent &event, const KeyStroke &stroke, int charCode) {
@@ -146,20 +164,18 @@ void EditField(Binding &binding, QKeyEvent &event, const KeyStroke &stroke, int 
 
 // True if nothing is left for Qt to do with the key.
 bool TakeKey(Form &form, QWidget &target, QKeyEvent &event) {
-    if (OpenMenuBar(event, *target.window()))
-        return true;
     FinishFocus();
-    Binding *binding = BindingOf(&target);
+    Binding *binding = BindingOf(&Receiver(target));
     const bool isField = binding != nullptr && binding->Record->Kind == ControlKind::TextBox;
     const KeyStroke stroke = StrokeOf(event);
     if (stroke.KeyCode == kKeyNone)
-        return isField;
+        return OpenMenu(event, *target.window()) || isField;
     NoteTyping();
     // The event is Qt's again only when the handlers, which may pump, have returned; the target
     // lives as long as the views.
     const KeyOutcome outcome = OfferKey(form, stroke);
     MirrorRecords();
-    if (outcome.Used)
+    if (outcome.Used || OpenMenu(event, *target.window()))
         return true;
     if (stroke.KeyCode == kKeyTab && (stroke.Shift & (kCtrl | kAlt)) == 0) {
         MoveFocus(form, (stroke.Shift & kShift) != 0);

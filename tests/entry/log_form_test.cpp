@@ -1,5 +1,6 @@
 #include "entry/log_form.h"
 
+#include "entry/keyboard.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
 #include "session/settings.h"
@@ -56,6 +57,54 @@ TEST_F(EntryWindow, AClickOnAVoiceTickIsASetting) {
     OpenNewLog(kGeneric); // the next log shows them as they were left
     EXPECT_FALSE(LogForm.CheckCall.Checked);
     EXPECT_TRUE(LogForm.CheckExchange.Checked);
+}
+
+TEST_F(EntryWindow, TabGoesRoundTheTwoFieldsOnly) {
+    OpenNewLog(kGeneric);
+    ASSERT_TRUE(LogForm.CheckCall.Visible && LogForm.AddButton.Visible);
+    for (const bool backwards : {false, true}) {
+        LogForm.ActiveControl = &CallField();
+        EXPECT_EQ(NextTabStop(LogForm, backwards), &ExchangeField());
+        LogForm.ActiveControl = &ExchangeField();
+        EXPECT_EQ(NextTabStop(LogForm, backwards), &CallField());
+    }
+}
+
+TEST_F(EntryWindow, EachMenuHasALetterThatTheKeysOfTheEntryLeaveFree) {
+    OpenNewLog(kGeneric);
+    std::string letters;
+    for (const NamedControl &named : RegistrationOf(LogForm).Controls) {
+        if (named.Record->Kind != ControlKind::MenuItem)
+            continue;
+        const auto &item = static_cast<const MenuItem &>(*named.Record);
+        if (!item.Parent.empty())
+            continue;
+        SCOPED_TRACE(named.Name);
+        ASSERT_NE(item.Caption.find(item.AltLetter), std::string::npos);
+        letters += UpperCase(std::string(1, item.AltLetter));
+    }
+    EXPECT_EQ(letters, "FEVORH");
+    CallField().Text = "K1ABC";
+    Radios.BandIndex = 3;
+    for (const bool open : {true, false}) {
+        if (!open)
+            Log.LogState = kNoLog;
+        for (const char letter : letters) {
+            const KeyOutcome outcome = OfferKey(LogForm, {letter, kAlt, 0});
+            EXPECT_FALSE(outcome.Used) << letter;
+            EXPECT_EQ(outcome.CharCode, 0);
+        }
+    }
+    EXPECT_EQ(CallField().Text, "K1ABC");
+}
+
+TEST_F(EntryWindow, TheModeMenuShowsTheKeyThatGoesToTheOtherMode) {
+    OpenNewLog(kGeneric);
+    const auto keys = [] { return LogForm.mnuModeCW.Keys + "|" + LogForm.mnuModePhone.Keys; };
+    SwitchMode(false);
+    EXPECT_EQ(keys(), "|Ctrl+Right");
+    SwitchMode(true);
+    EXPECT_EQ(keys(), "Ctrl+Left|");
 }
 
 TEST_F(EntryWindow, NamesTheExchangeAsTheContestDoes) {

@@ -94,6 +94,16 @@ TEST_F(Controls, TabGoesAroundWhatTakesTheFocus) {
     EXPECT_EQ(NextTabStop(form, true), &form.Cancel);
 }
 
+TEST_F(Controls, TabGoesPastWhatIsLeftToTheMouse) {
+    form.Check.Focusable = false;
+    EXPECT_FALSE(TakesFocus(form.Check));
+    form.ActiveControl = &form.First;
+    EXPECT_EQ(NextTabStop(form, false), &form.Second);
+    EXPECT_EQ(NextTabStop(form, true), &form.Cancel);
+    ClickControl(form.Check);
+    EXPECT_TRUE(form.Check.Checked);
+}
+
 TEST_F(Controls, TabStaysWhereOneControlTakesTheFocus) {
     for (const NamedControl &named : RegistrationOf(form).Controls)
         named.Record->Visible = named.Record == &form.First;

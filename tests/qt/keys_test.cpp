@@ -231,6 +231,57 @@ TEST_F(Keys, TheMenuKeyOpensTheMenuBar) {
     Press(Qt::Key_Escape);
 }
 
+TEST_F(Keys, AltAndItsLetterOpensAMenu) {
+    const auto *bar = static_cast<QMainWindow *>(ViewOf(Window))->menuBar();
+    EXPECT_EQ(bar->actions().first()->text(), QStringLiteral("&File"));
+    Press(Qt::Key_F, Qt::AltModifier);
+    EXPECT_THAT(Codes, ElementsAre('F')); // the field is asked first
+    ASSERT_NE(bar->activeAction(), nullptr);
+    EXPECT_EQ(bar->activeAction()->objectName(), QStringLiteral("mnuFile"));
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(Edit(0)->hasFocus());
+    EXPECT_EQ(Window.Field[0].Text, "");
+}
+
+TEST_F(Keys, ALetterThatAFieldUsesOpensNoMenu) {
+    const auto *bar = static_cast<QMainWindow *>(ViewOf(Window))->menuBar();
+    UsedUp = 'F';
+    Press(Qt::Key_F, Qt::AltModifier);
+    EXPECT_EQ(bar->activeAction(), nullptr);
+    UsedUp = -1;
+    Window.mnuFile.Enabled = false;
+    Turn();
+    Press(Qt::Key_F, Qt::AltModifier);
+    Press(Qt::Key_F, Qt::AltModifier | Qt::ControlModifier);
+    Press(Qt::Key_G, Qt::AltModifier);
+    EXPECT_EQ(bar->activeAction(), nullptr);
+    EXPECT_EQ(Window.Field[0].Text, "");
+}
+
+TEST_F(Keys, AMenuEntryShowsTheKeysThatDoTheSame) {
+    auto *entry = ViewOf(Window)->findChild<QAction *>(QStringLiteral("mnuFileNew"));
+    EXPECT_EQ(entry->text(), QStringLiteral("New"));
+    Window.mnuFileNew.Keys = "Ctrl+Left";
+    Turn();
+    EXPECT_EQ(entry->text(), QStringLiteral("New\tCtrl+Left"));
+    EXPECT_TRUE(entry->shortcut().isEmpty()); // it is a text
+    Press(Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_THAT(Codes, ElementsAre(kKeyLeft));
+    EXPECT_TRUE(Heard.empty());
+}
+
+TEST_F(Keys, AKeyThatArrivesBesideTheFieldsGoesToTheLastOfThem) {
+    SetFocus(Window.Field[1]);
+    Turn();
+    Edit(1)->clearFocus(); // as after something in the window that took the keyboard and is gone
+    ASSERT_EQ(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(ViewOf(Window)->windowHandle(), 'a');
+    Turn();
+    EXPECT_EQ(Window.Field[1].Text, "A");
+    Type("b");
+    EXPECT_EQ(Window.Field[1].Text, "AB");
+}
+
 TEST_F(Keys, NoShortcutComesBeforeTheField) {
     QAction shortcut;
     // A field of Qt's own would keep Ctrl+Z, and let Alt+W go.

@@ -95,6 +95,7 @@ SmallWindowTest::SmallWindowTest() {
                  {{"txtName", &Dialog.txtName, "Name"}, {"cmdOK", &Dialog.cmdOK, "Accepts"}});
     Window.Caption = "Small window";
     Window.mnuFile.Caption = "File";
+    Window.mnuFile.AltLetter = 'F';
     Window.mnuFileNew.Caption = "New";
     Window.mnuFileLine.Caption = "-";
     Window.mnuFileExit.Caption = "Exit";

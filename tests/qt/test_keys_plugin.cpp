@@ -202,6 +202,11 @@ void TestKeys::Do(const QString &command, const QString &rest) {
         const auto *widget = FindNamed<QWidget>(rest);
         Answer(widget == nullptr ? QStringLiteral("error no object ") + rest
                                  : QString::fromLatin1(widget->isVisible() ? "yes" : "no"));
+    } else if (command == QLatin1String("place")) {
+        const auto *widget = FindNamed<QWidget>(rest);
+        const QPoint place = widget == nullptr ? QPoint() : widget->mapToGlobal(QPoint(8, 8));
+        Answer(widget == nullptr ? QStringLiteral("error no object ") + rest
+                                 : QStringLiteral("%1 %2").arg(place.x()).arg(place.y()));
     } else if (command == QLatin1String("focus")) {
         const auto *widget = QApplication::focusWidget();
         Answer(widget == nullptr ? QStringLiteral("-") : widget->objectName());
@@ -210,6 +215,8 @@ void TestKeys::Do(const QString &command, const QString &rest) {
     } else if (command == QLatin1String("window")) {
         const auto *window = QApplication::activeWindow();
         Answer(window == nullptr ? QStringLiteral("-") : window->windowTitle());
+    } else if (command == QLatin1String("menus")) {
+        Answer(QString::fromLatin1(QApplication::activePopupWidget() == nullptr ? "-" : "open"));
     } else if (command == QLatin1String("grab")) {
         auto *window = QApplication::activeWindow();
         Answer(QString::fromLatin1(

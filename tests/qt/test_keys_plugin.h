@@ -9,11 +9,13 @@
 //   list OBJECT ROW      chooses a row, from 0
 //   text OBJECT          answers the text that the widget shows
 //   visible OBJECT       answers yes or no
+//   place OBJECT         answers the point of the screen 8 pixels inside its upper left corner
 //   focus                answers the object that has the keyboard, or -
 //   keys                 answers the keys that came to a widget with the keyboard since it was last
 //                        asked, as "WIDGET CODE/SHIFT/CHARACTER;..." in the program's own numbers;
 //                        the first question only starts the noting
 //   window               answers the title of the active window, or -
+//   menus                answers open while a menu is, or -
 //   grab FILE            saves the active window as a PNG; answers ok or error
 //   sync                 answers ok when all input before it was handled
 //

@@ -183,6 +183,24 @@ TEST_F(Views, TheChooserIsWorkedWithTheKeyboard) {
     HideForm(ChCoForm);
 }
 
+TEST_F(Views, AClickInTheEntryWindowLeavesTheKeyboardInTheField) {
+    for (TextBox &field : LogForm.InData)
+        field.Visible = true;
+    LogForm.CheckCall.Visible = LogForm.AddButton.Visible = LogForm.CancelButton.Visible = true;
+    LogForm.AddButton.Click = LogForm.CancelButton.Click = [] {};
+    SetFocus(LogForm.InData[1]);
+    Turn();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(ViewOf(LogForm)));
+    for (const char *name : {"CheckCall", "AddButton", "CancelButton", "lblLast"}) {
+        SCOPED_TRACE(name);
+        QTest::mouseClick(Widget(name), Qt::LeftButton, {}, QPoint(8, 8));
+        Turn();
+        EXPECT_EQ(LogForm.ActiveControl, &LogForm.InData[1]);
+        EXPECT_TRUE(Widget("InData(1)")->hasFocus());
+    }
+    EXPECT_TRUE(LogForm.CheckCall.Checked); // the click did its work
+}
+
 TEST_F(Views, TheExchangeFieldIsAsWideAsTheContestsExchangeAsks) {
     const auto widthFor = [](int columns) {
         LogForm.InData[0].Visible = LogForm.InData[1].Visible = true;

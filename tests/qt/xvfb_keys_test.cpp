@@ -112,7 +112,10 @@ TEST_F(RealKeyboard, DoesWhatTheContestWants) {
         {"w1aw", "Next", "text InData(0)", "W1AW"},
         {"w1aw", "BackSpace", "text InData(0)", "W1A"},
         {"w1aw", "slash", "text InData(0)", "W1AW/"},
+        {"w1aw", "F10", "text ActiveLogLabel", "Log R2"},
+        {"w1aw", "shift+F10", "text ActiveLogLabel", "Log R1"}, // and opens no menu of the desktop
         {"w1aw", "F10", "focus", "InData(0)"},
+        {"w1aw", "shift+F10", "focus", "InData(0)"},
         {"w1aw", "Alt_L", "focus", "InData(0)"},
     };
     for (const auto &row : rows) {
@@ -135,9 +138,50 @@ TEST_F(RealKeyboard, DoesWhatTheContestWants) {
     }
 }
 
+void ClickOn(RealProgram &program, const std::string &object) {
+    const QStringList place =
+        QString::fromStdString(Ask(program, "place " + object)).split(QLatin1Char(' '));
+    ASSERT_EQ(place.size(), 2) << object;
+    Xdotool({QStringLiteral("mousemove"), place[0], place[1], QStringLiteral("click"),
+             QStringLiteral("1")});
+}
+
 void TypeText(const char *text) {
     Xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("5"),
              QString::fromLatin1(text)});
+}
+
+TEST_F(RealKeyboard, LosesNoLetterToClicksBetweenThem) {
+    ASSERT_NO_FATAL_FAILURE(Start());
+    std::string typed;
+    for (const char *object :
+         {"CheckCall", "lblLast", "CheckExchange", "CallMatchLabel1", "PrevQSO(4)", "QSONrLabel"}) {
+        ASSERT_NO_FATAL_FAILURE(TypeText("k"));
+        ASSERT_NO_FATAL_FAILURE(ClickOn(Program, object));
+        ASSERT_NO_FATAL_FAILURE(TypeText("1"));
+        typed += "K1";
+    }
+    EXPECT_TRUE(Comes(Program, "text InData(0)", typed));
+    EXPECT_EQ(Ask(Program, "focus"), "InData(0)");
+}
+
+TEST_F(RealKeyboard, OpensTheMenusByAltAndTheirLetters) {
+    ASSERT_NO_FATAL_FAILURE(Start());
+    for (const char *chord : {"alt+f", "alt+e", "alt+o", "alt+h"}) {
+        SCOPED_TRACE(chord);
+        ASSERT_NO_FATAL_FAILURE(ToAnEmptyCallField());
+        PressChord(chord);
+        EXPECT_TRUE(Comes(Program, "menus", "open"));
+        PressChord("Escape");
+        EXPECT_TRUE(Comes(Program, "menus", "-"));
+    }
+    ASSERT_NO_FATAL_FAILURE(ToAnEmptyCallField());
+    PressChord("alt+o"); // Mode: CW, Phone
+    ASSERT_TRUE(Comes(Program, "menus", "open"));
+    PressChord("Down");
+    PressChord("Down");
+    PressChord("Return");
+    EXPECT_TRUE(Comes(Program, "text QSONrLabel", "QSO Nr 1    (20m SSB)"));
 }
 
 // The call that an operator types while a question comes up does not answer it.
