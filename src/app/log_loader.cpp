@@ -161,6 +161,7 @@ void PlaceWindows() {
         }
         window.Left = row.Left;
         window.Top = row.Top;
+        window.Placed = true;
         window.Width = i == kAudio ? std::max(row.Width, kLeastAudioWidth) : row.Width;
         window.Height = i == kViewMac ? std::max(row.Height, kLeastMacroHeight) : row.Height;
     }

@@ -31,7 +31,7 @@ std::string ExchangeCaption() {
 }
 
 // How many characters of the exchange field are laid out: one word, a number and a county, a whole
-// exchange, or notes.
+// exchange, or notes. The longest of SS corrects the call: "9999 A VP2E/K1ABC 72 SCV".
 int ExchangeColumns() {
     switch (Contest.ContestId) {
     case kArrlDx:
@@ -40,9 +40,9 @@ int ExchangeColumns() {
     case kTenMeter:
     case kWpx: return 8;
     case kSprint:
-    case kSs:
     case kNaqp:
     case kCwOpen: return 18;
+    case kSs:
     case kGeneric: return 24;
     default: return 12;
     }

@@ -89,6 +89,10 @@ const NamedControl *FindControl(const NamedForm &form, const std::string &name) 
     return nullptr;
 }
 
+bool HasPlace(const Form &form) {
+    return form.Placed || form.Left != 0 || form.Top != 0;
+}
+
 void ShowForm(Form &form) {
     form.Visible = true;
     Screen.Front = &form;

@@ -142,6 +142,7 @@ struct Form {
     std::string Caption;
     bool Visible = false;
     int Left = 0, Top = 0;     // twips, 15 to the pixel at 96 dpi
+    bool Placed = false;       // they are a place even if both are 0
     int Width = 0, Height = 0; // 0 asks for the default size
     bool HasCloseBox = true;
     Control *ActiveControl = nullptr; // has the keyboard while the form is active
@@ -176,6 +177,9 @@ const std::vector<NamedForm> &RegisteredForms();
 const NamedForm *FindForm(const std::string &name);
 const NamedForm &RegistrationOf(const Form &form);
 const NamedControl *FindControl(const NamedForm &form, const std::string &name);
+
+// Whether anybody has placed the form's window: the operator, or a row of the settings.
+bool HasPlace(const Form &form);
 
 void ShowForm(Form &form); // brings it to the front
 void HideForm(Form &form);

@@ -3,13 +3,19 @@
 #include "platform/events.h"
 #include "qt/box_keys.h"
 #include "qt/mirror.h"
+#include "qt/widgets.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSettings>
 
 #include <algorithm>
 #include <cassert>
@@ -74,6 +80,8 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 // it would open over the dialog.
 QWidget *WindowBelow() {
     MirrorRecords();
+    if (QWidget *dialog = QApplication::activeModalWidget())
+        return dialog;
     const Form *form = ActiveForm();
     if (form == nullptr)
         return nullptr;
@@ -98,6 +106,13 @@ class MustBeAnswered : public QObject {
     }
 };
 
+// A message box takes its width from its layout alone, and a title bar cuts what is longer.
+void MakeRoomForTitle(const QDialog &dialog) {
+    if (auto *grid = qobject_cast<QGridLayout *>(dialog.layout()))
+        grid->addItem(new QSpacerItem(TitleWidth(dialog.windowTitle()), 0), grid->rowCount(), 0, 1,
+                      grid->columnCount());
+}
+
 // Opens the dialog and waits until it is closed, or the program ends. Not by Qt's own exec: the
 // timers of the program go on only in its own waits.
 void WaitFor(QDialog &dialog) {
@@ -105,6 +120,7 @@ void WaitFor(QDialog &dialog) {
     bool closed = false;
     QObject::connect(&dialog, &QDialog::finished, &dialog, [&closed] { closed = true; });
     dialog.setWindowModality(Qt::ApplicationModal);
+    MakeRoomForTitle(dialog);
     dialog.show();
     dialog.raise();
     dialog.activateWindow();
@@ -132,6 +148,60 @@ QStringList NameFilters(const std::string &filter) {
     }
     return filters;
 }
+
+// Qt's own dialog, on every desktop.
+class PathDialog : public QFileDialog {
+  public:
+    PathDialog(const char *name, const std::string &title, const std::string &folder)
+        : QFileDialog(KeepNoSettings(), QString::fromStdString(title),
+                      QString::fromStdString(folder)) {
+        setObjectName(QLatin1String(name));
+        setOption(QFileDialog::DontUseNativeDialog);
+    }
+
+    // Waits for the operator. Nothing after Cancel.
+    std::optional<std::string> Ask() {
+        WaitFor(*this);
+        if (result() != QDialog::Accepted)
+            return std::nullopt;
+        if (!Quoted.isEmpty())
+            return Quoted.toStdString();
+        const QStringList files = selectedFiles();
+        return files.isEmpty() ? std::nullopt : std::optional(files.first().toStdString());
+    }
+
+    // Qt would take a name with quotes for a list of names.
+    void accept() override {
+        const QString typed = findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
+        const QFileInfo file(directory(), typed);
+        if (!typed.contains(QLatin1Char('"')))
+            QFileDialog::accept();
+        else if (file.isDir() && fileMode() != QFileDialog::Directory)
+            setDirectory(file.absoluteFilePath());
+        else if (!file.exists() && acceptMode() == QFileDialog::AcceptOpen)
+            AskInBox({typed.toStdString() + "\nThere is nothing of this name here.",
+                            "Not Found", BoxButtons::Ok, BoxIcon::Exclamation});
+        else
+            TakeQuoted(file);
+    }
+
+  private:
+    // The window below. Qt keeps the state of its dialogs in a file of the user's; nothing can be
+    // written where it is sent to.
+    static QWidget *KeepNoSettings() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral(":/none"));
+        return WindowBelow();
+    }
+
+    void TakeQuoted(const QFileInfo &file) {
+        Quoted = file.absoluteFilePath();
+        if (!file.fileName().contains(QLatin1Char('.')) && !defaultSuffix().isEmpty())
+            Quoted += QLatin1Char('.') + defaultSuffix();
+        QDialog::accept();
+    }
+
+    QString Quoted;
+};
 
 } // namespace
 
@@ -172,9 +242,7 @@ BoxAnswer AskInBox(const MessageBox &box) {
 }
 
 std::optional<std::string> AskForFile(const FileDialog &dialog) {
-    QFileDialog window(WindowBelow(), QString::fromStdString(dialog.Title),
-                       QString::fromStdString(dialog.Folder));
-    window.setObjectName(QStringLiteral("FileDialog"));
+    PathDialog window("FileDialog", dialog.Title, dialog.Folder);
     window.setAcceptMode(dialog.Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     window.setFileMode(dialog.Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     // The program asks by itself before it writes over a file.
@@ -182,21 +250,14 @@ std::optional<std::string> AskForFile(const FileDialog &dialog) {
     window.setOption(QFileDialog::HideNameFilterDetails);
     window.setNameFilters(NameFilters(dialog.Filter));
     window.setDefaultSuffix(QString::fromStdString(dialog.DefaultExtension));
-    WaitFor(window);
-    if (window.result() != QDialog::Accepted || window.selectedFiles().isEmpty())
-        return std::nullopt;
-    return window.selectedFiles().first().toStdString();
+    return window.Ask();
 }
 
 std::optional<std::string> AskForFolder(const std::string &title, const std::string &start) {
-    QFileDialog window(WindowBelow(), QString::fromStdString(title), QString::fromStdString(start));
-    window.setObjectName(QStringLiteral("FolderDialog"));
+    PathDialog window("FolderDialog", title, start);
     window.setFileMode(QFileDialog::Directory);
     window.setOption(QFileDialog::ShowDirsOnly);
-    WaitFor(window);
-    if (window.result() != QDialog::Accepted || window.selectedFiles().isEmpty())
-        return std::nullopt;
-    return window.selectedFiles().first().toStdString();
+    return window.Ask();
 }
 
 } // namespace zrt

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kMinimumWidth = 760;
 constexpr int kMargin = 14;
-constexpr int kCallColumns = 12; // ten of a call, and room for the caret and a "?"
+constexpr int kCallColumns = 11; // ten of a call, and room for the caret and a "?"
 // Of the exchange, between the short ones and the notes of a Generic log.
 constexpr int kLeastExchangeColumns = 8;
 constexpr int kMostExchangeColumns = 24;
@@ -130,12 +130,15 @@ QGridLayout *BuildFields() {
     return grid;
 }
 
-// The exchange field is as wide as the contest's exchange asks; the rest of its place stays empty.
+// The exchange field is as wide as the contest's exchange asks, and never narrower; the rest of its
+// place stays empty.
 void LayOutExchange(QGridLayout &grid) {
     const int columns = LogForm.InData[1].Columns;
     const int shown = columns > 0 ? std::min(columns, kMostExchangeColumns) : kMostExchangeColumns;
     if (grid.columnStretch(1) == shown)
         return;
+    const QWidget *field = grid.itemAtPosition(1, 1)->widget();
+    grid.setColumnMinimumWidth(1, static_cast<const EntryField *>(field)->SizeFor(shown).width());
     grid.setColumnStretch(1, shown);
     grid.setColumnStretch(2, kMostExchangeColumns - shown);
 }

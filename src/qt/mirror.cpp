@@ -2,12 +2,13 @@
 
 #include "platform/events.h"
 #include "qt/inks.h"
+#include "qt/mirror_places.h"
 #include "qt/widgets.h"
 
 #include <QApplication>
 #include <QGuiApplication>
-#include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 #include <algorithm>
 #include <cassert>
@@ -19,16 +20,13 @@ namespace zrt {
 
 namespace {
 
-constexpr int kTwips = 15; // to the pixel
-
 struct BoundForm {
     Form *Record = nullptr;
     QWidget *Window = nullptr;
     std::vector<std::unique_ptr<Binding>> Controls;
     std::function<void()> Adjust;
     std::string Caption;
-    int Left = 0, Top = 0, Width = 0, Height = 0; // what the window was told last
-    QSize SizeOfView;                             // the one that its view has chosen, if any
+    WindowPlace Place;
 };
 
 struct MirrorState {
@@ -73,46 +71,12 @@ bool IsModal(const Form &form) {
     return std::find(Screen.Modal.begin(), Screen.Modal.end(), &form) != Screen.Modal.end();
 }
 
-// A window that was left on a screen which is no longer there comes back into sight.
-QPoint OnAScreen(QPoint place) {
-    const QPoint titleBar = place + QPoint(40, 10);
-    if (QGuiApplication::screenAt(titleBar) != nullptr ||
-        QGuiApplication::primaryScreen() == nullptr)
-        return place;
-    return QGuiApplication::primaryScreen()->availableGeometry().topLeft();
-}
-
-// A record without a size leaves it to the view: what that had chosen, or what its layout needs.
-void MirrorSize(BoundForm &form) {
-    const Form &record = *form.Record;
-    if (record.Width > 0 && record.Height > 0)
-        form.Window->resize(record.Width / kTwips, record.Height / kTwips);
-    else if (form.SizeOfView.isValid())
-        form.Window->resize(form.SizeOfView);
-    else
-        form.Window->adjustSize();
-}
-
-void MirrorPlacement(BoundForm &form) {
-    const Form &record = *form.Record;
-    if (record.Width != form.Width || record.Height != form.Height) {
-        form.Width = record.Width;
-        form.Height = record.Height;
-        MirrorSize(form);
-    }
-    if (record.Left != form.Left || record.Top != form.Top) {
-        form.Left = record.Left;
-        form.Top = record.Top;
-        form.Window->move(OnAScreen({record.Left / kTwips, record.Top / kTwips}));
-    }
-}
-
 void MirrorForm(BoundForm &form) {
     if (form.Record->Caption != form.Caption) {
         form.Caption = form.Record->Caption;
         form.Window->setWindowTitle(QString::fromStdString(form.Caption));
     }
-    MirrorPlacement(form);
+    MirrorPlace(*form.Record, *form.Window, form.Place);
     // Backwards, since a menu shows itself only when one of its entries does.
     std::for_each(form.Controls.rbegin(), form.Controls.rend(),
                   [](const auto &binding) { MirrorControl(*binding); });
@@ -131,6 +95,33 @@ void SetCloseBox(BoundForm &form) {
     form.Window->setWindowFlag(Qt::WindowCloseButtonHint, form.Record->HasCloseBox);
 }
 
+// The window that a dialog stands over: the modal one beneath it, or else the one that is no dialog.
+QWidget *OwnerOf(const BoundForm &form) {
+    if (form.Window->windowType() != Qt::Dialog)
+        return nullptr;
+    QWidget *owner = nullptr;
+    for (const auto &other : Mirror.Forms)
+        if (other->Window->isVisible() && other->Window->windowType() != Qt::Dialog)
+            owner = other->Window;
+    for (const Form *modal : Screen.Modal) {
+        if (modal == form.Record)
+            break;
+        if (const BoundForm *below = Find(*modal); below != nullptr && below->Window->isVisible())
+            owner = below->Window;
+    }
+    return owner;
+}
+
+// The window manager keeps a window above the one that it belongs to.
+void SetOwner(BoundForm &form) {
+    const QWidget *owner = OwnerOf(form);
+    // Before the native window is made: then Qt takes the place for that of the frame.
+    PlaceByOwner(*form.Record, *form.Window, form.Place, owner);
+    form.Window->winId(); // makes it
+    form.Window->windowHandle()->setTransientParent(owner == nullptr ? nullptr
+                                                                     : owner->windowHandle());
+}
+
 void ShowWindow(BoundForm &form) {
     SetCloseBox(form);
     const Qt::WindowModality modality = IsModal(*form.Record) ? Qt::ApplicationModal : Qt::NonModal;
@@ -138,8 +129,10 @@ void ShowWindow(BoundForm &form) {
         form.Window->hide();
         form.Window->setWindowModality(modality);
     }
-    if (!form.Window->isVisible())
-        form.Window->show();
+    if (form.Window->isVisible())
+        return;
+    SetOwner(form);
+    form.Window->show();
 }
 
 // Windows appear with their texts already in them, and the modal ones in the order of their stack.
@@ -222,7 +215,7 @@ void BindWindow(Form &form, QWidget *window) {
 
 void SizeWindow(const Form &form, QSize size) {
     BoundForm &bound = BoundOf(form);
-    bound.SizeOfView = size;
+    bound.Place.SizeOfView = size;
     bound.Window->resize(size);
 }
 
@@ -350,14 +343,9 @@ void FinishFocus() {
     }
 }
 
-void ReadPlacement(Form &form, const QWidget &window) {
-    BoundForm *bound = Find(form);
-    if (bound == nullptr || !window.isVisible() || window.isMinimized() || window.isMaximized())
-        return;
-    form.Left = bound->Left = window.x() * kTwips;
-    form.Top = bound->Top = window.y() * kTwips;
-    form.Width = bound->Width = window.width() * kTwips;
-    form.Height = bound->Height = window.height() * kTwips;
+void ReadPlacement(Form &form, const QWidget &window, bool bySystem) {
+    if (BoundForm *bound = Find(form))
+        ReadPlace(form, window, bound->Place, bySystem);
 }
 
 } // namespace zrt

@@ -84,7 +84,8 @@ QWidget *ViewOf(const Form &form);
 Binding &AddBinding(Form &form, Control &control, QWidget *widget, QAction *action);
 // Copies what has changed in the record to its widget or menu entry (mirror_kinds.cpp).
 void MirrorControl(Binding &binding);
-// Place and size of a window, as the operator has set them.
-void ReadPlacement(Form &form, const QWidget &window);
+// Place and size of a window, as the operator has set them. `bySystem`: the window system tells of
+// them, which may be no more than its answer to the program.
+void ReadPlacement(Form &form, const QWidget &window, bool bySystem);
 
 } // namespace zrt

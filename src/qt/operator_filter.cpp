@@ -230,7 +230,7 @@ class OperatorFilter : public QObject {
         case QEvent::FocusOut: FocusOut(*object); return false;
         case QEvent::WindowActivate: Activated(*object); return false;
         case QEvent::Move:
-        case QEvent::Resize: Placed(*object); return false;
+        case QEvent::Resize: Placed(*object, *event); return false;
         case QEvent::Close: return Closed(*object, *event);
         case QEvent::Quit: return Quit(*object, *event);
         case QEvent::ApplicationPaletteChange: ColorsChanged(); return false;
@@ -322,11 +322,11 @@ class OperatorFilter : public QObject {
             Screen.Front = form;
     }
 
-    static void Placed(const QObject &object) {
+    static void Placed(const QObject &object, const QEvent &event) {
         const auto *window = qobject_cast<const QWidget *>(&object);
         Form *form = window == nullptr ? nullptr : FormOfWindow(window);
         if (form != nullptr && !Mirroring())
-            ReadPlacement(*form, *window);
+            ReadPlacement(*form, *window, event.spontaneous());
     }
 
     static bool Closed(const QObject &object, QEvent &event) {

@@ -39,6 +39,12 @@ QFont FontOf(double scale, bool bold, bool fixedPitch) {
     return font;
 }
 
+int TitleWidth(const QString &title) {
+    constexpr int kIconAndButtons = 7; // heights of a line
+    const QFontMetrics metrics(FontOf(1, true, false));
+    return metrics.horizontalAdvance(title) + kIconAndButtons * metrics.height();
+}
+
 PlaceLabel::PlaceLabel(const LabelLook &look, QWidget *parent) : QLabel(parent), Look(look) {
     setFont(FontOf(look.Scale, look.Bold, look.FixedPitch));
     setTextFormat(Qt::PlainText);
@@ -152,10 +158,14 @@ void EntryField::EditItself(QKeyEvent *event) {
 }
 
 QSize EntryField::sizeHint() const {
+    return SizeFor(Columns);
+}
+
+QSize EntryField::SizeFor(int columns) const {
     const QFontMetrics metrics(font());
     const QMargins margins = textMargins();
     // QLineEdit keeps 2 pixels before and behind its text, the caret takes one more.
-    const QSize inside(metrics.horizontalAdvance(QLatin1Char('W')) * Columns + 2 * 2 + 1 +
+    const QSize inside(metrics.horizontalAdvance(QString(columns, QLatin1Char('W'))) + 2 * 2 + 1 +
                            margins.left() + margins.right(),
                        metrics.height() + 2 + margins.top() + margins.bottom());
     QStyleOptionFrame option;

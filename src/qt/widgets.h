@@ -27,6 +27,10 @@ struct LabelLook {
 
 QFont FontOf(double scale, bool bold, bool fixedPitch);
 
+// The width of a window whose title bar shows the title whole, as far as that can be known: the
+// bar is the window manager's.
+int TitleWidth(const QString &title);
+
 // A label that keeps its size whatever its text, and its place while it is hidden.
 class PlaceLabel : public QLabel {
   public:
@@ -64,6 +68,7 @@ class EntryField : public QLineEdit {
     // What the field does with a key that no handler has used up.
     void EditItself(QKeyEvent *event);
     QSize sizeHint() const override;
+    QSize SizeFor(int columns) const;
 
   private:
     int Columns;

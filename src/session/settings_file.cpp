@@ -207,8 +207,8 @@ i16 Twips(int value) {
     return static_cast<i16>(std::clamp<int>(value, Limits::min(), Limits::max()));
 }
 
-// Takes the place of the window into its row. A window that never was open has no place yet: the
-// row keeps the one it has.
+// Takes the place of the window into its row. A window that nobody has placed has none: the row
+// keeps the one it has.
 void TakePlace(WindowInfo &row, WindowRow window) {
     const NamedForm *named = FindForm(kWindowNames[window]);
     if (named == nullptr)
@@ -216,7 +216,7 @@ void TakePlace(WindowInfo &row, WindowRow window) {
     const Form &form = *named->Record;
     row.Name = UpperCase(kWindowNames[window]);
     row.State = form.Visible ? "OPEN" : "CLOSED";
-    if (!form.Visible && form.Width == 0 && form.Height == 0)
+    if (!HasPlace(form))
         return;
     row.Left = Twips(form.Left);
     row.Top = Twips(form.Top);

@@ -230,6 +230,7 @@ TEST_F(OpenLogFile, PutsTheWindowsWhereTheContestHadThem) {
     EXPECT_EQ(LogForm.Top, 300);
     EXPECT_EQ(LogForm.Height, 6000);
     EXPECT_EQ(LogForm.Width, 9000);
+    EXPECT_TRUE(LogForm.Placed);
     LogForm.Left = 450; // moved by the operator
     Answer({BoxAnswer::Yes});
     Open("mine.ZRT");
@@ -246,6 +247,7 @@ TEST_F(OpenLogFile, GivesAWindowWithoutAStoredSizeItsDefault) {
     Settings.Windows[kGeneric - 1][kLogForm] = {"LOGFORM", "OPEN", 0, 0, 0, 0};
     Open("mine.ZRT");
     EXPECT_EQ(LogForm.Left, 77);
+    EXPECT_FALSE(LogForm.Placed);
     EXPECT_EQ(LogForm.Width, 0);
     EXPECT_EQ(LogForm.Height, 0);
     EXPECT_EQ(Partial.Width, 5900);

@@ -122,7 +122,7 @@ TEST_F(EntryWindow, NamesTheExchangeAsTheContestDoes) {
 }
 
 TEST_F(EntryWindow, LaysTheExchangeOutForOneWordForAnExchangeOrForNotes) {
-    constexpr int kColumns[] = {8, 12, 8, 18, 18, 8, 8, 12, 18, 8, 12, 24, 18};
+    constexpr int kColumns[] = {8, 12, 8, 18, 24, 8, 8, 12, 18, 8, 12, 24, 18};
     for (i16 contest = 1; contest <= kContests; ++contest) {
         OpenNewLog(contest);
         EXPECT_EQ(LogForm.InData[1].Columns, kColumns[contest - 1]) << contest;

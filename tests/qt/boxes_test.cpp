@@ -8,8 +8,11 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFontMetrics>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -18,6 +21,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 
 #include <gmock/gmock.h>
 
@@ -26,6 +30,21 @@ namespace {
 
 class Boxes : public SmallWindowTest {
   protected:
+    // Before the first dialog: Qt looks once where the settings of the user are.
+    static void SetUpTestSuite() {
+        Home = std::make_unique<QTemporaryDir>();
+        HomeBefore = qgetenv("HOME");
+        qputenv("HOME", Home->path().toUtf8());
+        qputenv("XDG_CONFIG_HOME", Home->filePath(QStringLiteral("config")).toUtf8());
+    }
+    static void TearDownTestSuite() {
+        qputenv("HOME", HomeBefore);
+        qunsetenv("XDG_CONFIG_HOME");
+        Home.reset();
+    }
+    static inline std::unique_ptr<QTemporaryDir> Home;
+    static inline QByteArray HomeBefore;
+
     // Runs `act` with the dialog as soon as one is open.
     template <class Dialog> void WhenOpen(std::function<void(Dialog &)> act) {
         Post([this, act] {
@@ -195,6 +214,91 @@ TEST_F(Boxes, ASaveDialogAddsTheExtensionAndLeavesOverwritingToTheProgram) {
         {"Save", folder.path().toStdString(), "ZRT logs (*.ZRT)|*.ZRT", "ZRT", true});
     ASSERT_TRUE(path.has_value());
     EXPECT_EQ(*path, taken.fileName().toStdString());
+}
+
+// What the operator types as a name, with Enter behind it.
+void TypeName(QFileDialog &dialog, const QString &name) {
+    auto *field = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    ASSERT_NE(field, nullptr);
+    field->setText(name);
+    QTest::keyClick(field, Qt::Key_Return);
+}
+
+TEST_F(Boxes, ANameWithQuotesOrABackslashIsTakenAsTyped) {
+    const QTemporaryDir folder;
+    const char *const names[] = {R"(my "best" log)", R"("all quotes")", R"(half "quote)", R"(a\b)"};
+    for (const char *name : names) {
+        const QString path = folder.filePath(QLatin1String(name) + QStringLiteral(".ZRT"));
+        WhenOpen<QFileDialog>(
+            [&](QFileDialog &dialog) { TypeName(dialog, QLatin1String(name)); });
+        EXPECT_EQ(
+            ShowFileDialog({"Save", folder.path().toStdString(), "ZRT logs|*.ZRT", "ZRT", true}),
+            path.toStdString());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.close();
+        WhenOpen<QFileDialog>([&](QFileDialog &dialog) {
+            TypeName(dialog, QLatin1String(name) + QStringLiteral(".ZRT"));
+        });
+        EXPECT_EQ(ShowFileDialog({"Open", folder.path().toStdString(), "ZRT logs|*.ZRT", "ZRT"}),
+                  path.toStdString());
+    }
+}
+
+TEST_F(Boxes, ANameWithQuotesThatIsNotThereIsRefusedWithAWord) {
+    const QTemporaryDir folder;
+    WhenOpen<QFileDialog>([&](QFileDialog &dialog) {
+        WhenOpen<QMessageBox>([&](QMessageBox &box) {
+            Heard.push_back(box.text().toStdString());
+            EXPECT_EQ(box.parentWidget(), &dialog); // stands over the dialog
+            box.accept();
+        });
+        TypeName(dialog, QStringLiteral("no \"such\" log"));
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.reject();
+    });
+    EXPECT_EQ(ShowFileDialog({"Open", folder.path().toStdString(), "ZRT logs|*.ZRT", "ZRT"}),
+              std::nullopt);
+    EXPECT_THAT(Heard, testing::ElementsAre("no \"such\" log\nThere is nothing of this name here."));
+}
+
+TEST_F(Boxes, AFolderWithQuotesIsEnteredAndChosen) {
+    const QTemporaryDir folder;
+    const QString name = QStringLiteral("the \"old\" ones");
+    ASSERT_TRUE(QDir(folder.path()).mkdir(name));
+    WhenOpen<QFileDialog>([&](QFileDialog &dialog) {
+        TypeName(dialog, name);
+        EXPECT_EQ(dialog.directory().absolutePath(), folder.filePath(name));
+        dialog.reject();
+    });
+    EXPECT_EQ(ShowFileDialog({"Open", folder.path().toStdString(), "ZRT logs|*.ZRT", "ZRT"}),
+              std::nullopt);
+    WhenOpen<QFileDialog>([&](QFileDialog &dialog) { TypeName(dialog, name); });
+    EXPECT_EQ(ShowFolderDialog("Folder", folder.path().toStdString()),
+              folder.filePath(name).toStdString());
+}
+
+TEST_F(Boxes, FileDialogsLeaveNothingInTheHomeFolder) {
+    WhenOpen<QFileDialog>([](QFileDialog &dialog) { dialog.reject(); });
+    ShowFileDialog({"Open", "/", "ZRT logs|*.ZRT", "ZRT"});
+    WhenOpen<QFileDialog>([](QFileDialog &dialog) { dialog.reject(); });
+    ShowFolderDialog("Folder", "/");
+    EXPECT_TRUE(Opened);
+    EXPECT_THAT(QDir(Home->path())
+                    .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                testing::IsEmpty());
+}
+
+TEST_F(Boxes, AShortTextUnderALongTitleShowsTheWholeTitle) {
+    const std::string title = "Pre-1997 SS Log.  How Many Sections?  And some more";
+    WhenOpen<QMessageBox>([&](QMessageBox &box) {
+        QFont bold = QApplication::font(); // as title bars have it
+        bold.setBold(true);
+        const int shown = QFontMetrics(bold).horizontalAdvance(box.windowTitle());
+        EXPECT_GT(box.width(), shown + 60); // an icon and three buttons beside it
+        box.accept();
+    });
+    ShowMessageBox({"Yes?", title, BoxButtons::Ok});
 }
 
 TEST_F(Boxes, AFolderIsChosen) {

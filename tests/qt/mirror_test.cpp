@@ -34,10 +34,12 @@ class Counter : public QObject {
     bool eventFilter(QObject *, QEvent *event) override {
         Paints += event->type() == QEvent::Paint ? 1 : 0;
         Layouts += event->type() == QEvent::LayoutRequest ? 1 : 0;
+        Raises += event->type() == QEvent::ZOrderChange ? 1 : 0;
         return false;
     }
     int Paints = 0;
     int Layouts = 0;
+    int Raises = 0;
 };
 
 TEST_F(Mirror, ShowsTextCaretAndSelectionAndRaisesNoEdit) {
@@ -403,6 +405,38 @@ TEST_F(Mirror, TheBusyPointerShowsWhileTheProgramIsBusy) {
     Screen.BusyPointer = false;
     Turn();
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Mirror, TheBusyPointerDoesNotShowOverABox) {
+    Screen.BusyPointer = true;
+    Turn();
+    {
+        const BoxOpen open;
+        Turn();
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    }
+    Turn();
+    EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Mirror, NoWindowIsBroughtOverABox) {
+    ShowForm(Dialog);
+    Turn();
+    ShowForm(Window);
+    Turn();
+    Counter counter;
+    ViewOf(Dialog)->installEventFilter(&counter);
+    {
+        const BoxOpen open;
+        Screen.Front = &Dialog;
+        Turn();
+        EXPECT_EQ(counter.Raises, 0);
+        EXPECT_EQ(QApplication::activeWindow(), ViewOf(Window));
+    }
+    Turn();
+    EXPECT_EQ(counter.Raises, 1); // the counter can count
+    EXPECT_EQ(QApplication::activeWindow(), ViewOf(Dialog));
+    ViewOf(Dialog)->removeEventFilter(&counter);
 }
 
 TEST_F(Mirror, WidgetsAreNamedForScreenReaders) {

@@ -217,6 +217,14 @@ void TestKeys::Do(const QString &command, const QString &rest) {
         Answer(window == nullptr ? QStringLiteral("-") : window->windowTitle());
     } else if (command == QLatin1String("menus")) {
         Answer(QString::fromLatin1(QApplication::activePopupWidget() == nullptr ? "-" : "open"));
+    } else if (command == QLatin1String("frame")) {
+        const auto *window = QApplication::activeWindow();
+        const QRect frame = window == nullptr ? QRect() : window->frameGeometry();
+        Answer(QStringLiteral("%1 %2 %3 %4")
+                   .arg(frame.x())
+                   .arg(frame.y())
+                   .arg(frame.width())
+                   .arg(frame.height()));
     } else if (command == QLatin1String("grab")) {
         auto *window = QApplication::activeWindow();
         Answer(QString::fromLatin1(

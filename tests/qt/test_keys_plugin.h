@@ -16,6 +16,7 @@
 //                        the first question only starts the noting
 //   window               answers the title of the active window, or -
 //   menus                answers open while a menu is, or -
+//   frame                answers left, top, width and height of the active window's frame
 //   grab FILE            saves the active window as a PNG; answers ok or error
 //   sync                 answers ok when all input before it was handled
 //

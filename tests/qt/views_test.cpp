@@ -5,11 +5,15 @@
 #include "app/post_contest.h"
 #include "app/user_info.h"
 #include "entry/log_form.h"
+#include "qt/mirror_places.h"
 #include "qt/real_windows.h"
 #include "qt/widgets.h"
+#include "session/contests.h"
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <QTest>
 
 namespace zrt {
@@ -18,10 +22,12 @@ namespace {
 // The program's own windows, with records as a contest would fill them.
 class Views : public RealWindows {
   protected:
-    Views() {
+    Views() : Before(ScreensThere) {
+        ScreensThere = [] { return std::vector<QRect>{{0, 0, 1920, 1080}}; };
         ShowForm(LogForm);
         Turn();
     }
+    ~Views() override { ScreensThere = Before; }
     static QWidget *Widget(const char *name) {
         auto *widget = ViewOf(LogForm)->findChild<QWidget *>(QLatin1String(name));
         EXPECT_NE(widget, nullptr) << name;
@@ -31,6 +37,7 @@ class Views : public RealWindows {
         const QWidget *widget = Widget(name);
         return {widget->mapTo(ViewOf(LogForm), QPoint()), widget->size()};
     }
+    std::vector<QRect> (*Before)();
     static void SetAll(bool visible) {
         for (const NamedControl &named : RegistrationOf(LogForm).Controls) {
             if (named.Record->Kind == ControlKind::Label ||
@@ -216,6 +223,40 @@ TEST_F(Views, TheExchangeFieldIsAsWideAsTheContestsExchangeAsks) {
     const int notes = widthFor(24);
     EXPECT_LT(oneWord, exchange);
     EXPECT_LT(exchange, notes);
+}
+
+TEST_F(Views, TheLongestSweepstakesExchangeShowsWholeAtTheNarrowestWidth) {
+    Contest.ContestId = kSs;
+    SetAll(true);
+    ShowEntryFields();
+    LogForm.InData[1].Text = "9999 A VP2E/K1ABC 72 SCV";
+    Turn();
+    ViewOf(LogForm)->resize(ViewOf(LogForm)->minimumSize());
+    Turn();
+    const auto *field = static_cast<QLineEdit *>(Widget("InData(1)"));
+    const int needed = field->fontMetrics().horizontalAdvance(field->text()) + 1; // the caret
+    QStyleOptionFrame option;
+    option.initFrom(field);
+    option.lineWidth = field->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, field);
+    const QRect inside =
+        field->style()->subElementRect(QStyle::SE_LineEditContents, &option, field);
+    const QMargins margins = field->textMargins();
+    EXPECT_GE(inside.width() - margins.left() - margins.right() - 2 * 2, needed);
+    Contest = {};
+}
+
+TEST_F(Views, EachDialogShowsItsWholeTitle) {
+    for (const NamedForm &form : RegisteredForms()) {
+        if (ViewOf(*form.Record)->windowType() != Qt::Dialog)
+            continue;
+        form.Record->Visible = true;
+        Turn();
+        EXPECT_GE(ViewOf(*form.Record)->width(),
+                  TitleWidth(QString::fromStdString(form.Record->Caption)))
+            << form.Record->Caption;
+        form.Record->Visible = false;
+        Turn();
+    }
 }
 
 } // namespace

@@ -221,11 +221,14 @@ TEST_F(SettingsWindows, TheirPlacesGoIntoTheRowsOfTheOpenContest) {
         EXPECT_EQ(Settings.Windows[other], before[other]);
 }
 
-TEST_F(SettingsWindows, AHiddenWindowWithoutASizeKeepsItsNumbers) {
+TEST_F(SettingsWindows, AWindowThatNobodyHasPlacedKeepsItsNumbers) {
     Row(3, kQSOStats) = {"QSOSTATS", "OPEN", 1, 2, 3, 4};
     WriteSettings(true);
     EXPECT_EQ(Row(3, kQSOStats), (WindowInfo{"QSOSTATS", "CLOSED", 1, 2, 3, 4}));
-    Hidden.Width = 600;
+    Hidden.Width = 600; // its size at first
+    WriteSettings(true);
+    EXPECT_EQ(Row(3, kQSOStats), (WindowInfo{"QSOSTATS", "CLOSED", 1, 2, 3, 4}));
+    Hidden.Placed = true; // in the corner of the screen
     WriteSettings(true);
     EXPECT_EQ(Row(3, kQSOStats), (WindowInfo{"QSOSTATS", "CLOSED", 0, 0, 0, 600}));
 }
