@@ -203,7 +203,8 @@ SETTINGS = dict(
             keys(
                 """BOOL StoreDecade UtcFromSystem ProtectOldLogs KeepKilledLog
                 INTEGER ScpLimit
-                BOOL ExtraBaudRates FillCursorAtStart PrefillCountsAsEmpty InStateStateNames"""
+                BOOL ExtraBaudRates FillCursorAtStart PrefillCountsAsEmpty InStateStateNames
+                BOOL TypedFrequencyNoRadio ModeCommands InAreaContests"""
             ),
         ),
     ]

@@ -8,6 +8,7 @@
 #include "app/file_menu.h"
 #include "app/help_menu.h"
 #include "app/post_contest.h"
+#include "entry/band_change.h"
 #include "entry/keyboard.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"

@@ -1,9 +1,12 @@
 #include "entry/call_commands.h"
 
+#include "entry/band_change.h"
 #include "entry/log_form.h"
 #include "entry/multipliers.h"
 #include "entry/station_hooks.h"
 #include "entry/typing.h"
+#include "platform/dialogs.h"
+#include "session/band_plan.h"
 #include "session/bands.h"
 #include "session/contests.h"
 #include "session/log_file.h"
@@ -24,22 +27,10 @@ bool IsDigits(std::string_view text) {
 
 // ---- frequencies
 
-struct Range {
-    double Lowest, Highest; // kHz, both included
-};
-// The amateur bands that a radio can be set to.
-constexpr std::array kRanges = {Range{1800, 2000},   Range{3500, 4000},    Range{7000, 7300},
-                                Range{10100, 10150}, Range{14000, 14350},  Range{18068, 18168},
-                                Range{21000, 21450}, Range{24890, 24990},  Range{28000, 29700},
-                                Range{50000, 54000}, Range{144000, 148000}};
-
 bool IsFrequency(std::string_view text) {
     const bool wellFormed = std::count(text.begin(), text.end(), '.') <= 1 &&
                             text.find_first_not_of("0123456789.") == std::string_view::npos;
-    const double kHz = Value(text);
-    return wellFormed && std::any_of(kRanges.begin(), kRanges.end(), [kHz](const Range &range) {
-               return kHz >= range.Lowest && kHz <= range.Highest;
-           });
+    return wellFormed && RangeOf(static_cast<float>(Value(text))) != nullptr;
 }
 
 // ---- INT: 1 to 8 are seconds, 10 to 80 tenths, 100 to 800 hundredths, 1000 to 8000 milliseconds
@@ -87,9 +78,38 @@ void RepeatLast(std::string_view) {
     SetFocus(LogForm.InData[1]);
 }
 
+bool LogRadioRuns() {
+    const int radio = Radios.LogRadio - 1;
+    return (radio == 0 || radio == 1) && Radios.RadioRunning[radio];
+}
+
+// A radio under control takes the band along; without one the operator has just turned the dial.
 void SetFrequency(std::string_view text) {
     Station.SetRadioFrequency(Value(text));
     ClearTextCommand();
+    if (Extensions.TypedFrequencyNoRadio && !LogRadioRuns())
+        TakeTypedFrequency(static_cast<float>(Value(text)));
+}
+
+bool IsMode(std::string_view rest) {
+    return Extensions.ModeCommands && rest.empty();
+}
+
+// A log of one mode keeps it; what was typed is selected, so that a call replaces it.
+void SetMode(bool phone) {
+    if (phone ? Contest.ModePhone : Contest.ModeCW) {
+        ClearTextCommand();
+        SwitchMode(phone);
+        return;
+    }
+    const std::string mode = phone ? "CW" : "phone";
+    const std::string other = phone ? "phone" : "CW";
+    ShowMessageBox({"This log takes " + mode + " contacts only.  For " + other +
+                        " start another log with File, New.",
+                    "Mode", BoxButtons::Ok, BoxIcon::Exclamation});
+    LogForm.InData[0].SelStart = 0;
+    LogForm.InData[0].SelLength = static_cast<int>(LogForm.InData[0].Text.size());
+    SetFocus(LogForm.InData[0]);
 }
 
 void SetTiming(std::string_view digit) {
@@ -161,6 +181,9 @@ constexpr std::array kCommands = {
     CommandRow{"TU", CallCommand::TuEvery,
                [](std::string_view rest) { return rest.size() == 1 && IsDigits(rest); },
                SetTuEvery},
+    CommandRow{"CW", CallCommand::Mode, IsMode, [](std::string_view) { SetMode(false); }},
+    CommandRow{"SSB", CallCommand::Mode, IsMode, [](std::string_view) { SetMode(true); }},
+    CommandRow{"PH", CallCommand::Mode, IsMode, [](std::string_view) { SetMode(true); }},
 };
 
 const CommandRow *FindCommand(std::string_view text) {

@@ -18,6 +18,7 @@ enum class CallCommand : i16 {
     RecallRadio = 9, // RCL
     Power = 10,      // PWR, and up to three digits
     TuEvery = 11,    // TU and a digit
+    Mode = 12,       // CW, SSB, PH, with the extension ModeCommands
 };
 
 // What the text, trimmed and in upper case, asks for. Whatever is no command is a call.

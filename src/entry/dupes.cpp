@@ -334,4 +334,10 @@ void HideCallMatches() {
         label->Visible = false;
 }
 
+bool CallMatchesShow() {
+    const auto labels = MatchLabels();
+    return std::any_of(labels.begin(), labels.end(),
+                       [](const Label *label) { return label->Visible; });
+}
+
 } // namespace zrt

@@ -85,5 +85,6 @@ void DupeLabelShow();
 // The calls that begin as typed, below the fields. An empty text clears the lines.
 void ShowCallMatches(std::string_view partial);
 void HideCallMatches();
+bool CallMatchesShow();
 
 } // namespace zrt

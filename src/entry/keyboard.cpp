@@ -1,6 +1,6 @@
 #include "entry/keyboard.h"
 
-#include "entry/dupes.h"
+#include "entry/band_change.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
 #include "entry/prefill.h"
@@ -19,7 +19,6 @@
 namespace zrt {
 
 KeyboardState Keyboard;
-KeyboardHooks KeyHooks;
 
 namespace {
 
@@ -28,9 +27,6 @@ struct KeyEvent {
     int KeyCode;
     int Shift;
 };
-
-// 10, 12, 15, 17, 20, 30, 40, 80, 160 m, 2 m, 6 m, as band positions.
-constexpr std::array<int, kBandPositions> kBandRing = {1, 9, 2, 10, 3, 11, 4, 5, 6, 8, 7};
 
 bool CtrlOrAlt(const KeyEvent &event) {
     return (event.Shift & (kCtrl | kAlt)) != 0;
@@ -73,24 +69,6 @@ void FlipField(const KeyEvent &event) {
         SetFocus(LogForm.InData[1]);
     else if (BlankFlips())
         SetFocus(LogForm.InData[0]);
-}
-
-// A call that is checked anew on another band shows what it is there.
-void RecheckCall() {
-    if (LogForm.InData[0].Text.empty())
-        return;
-    SaveCall();
-    QsoHooks.Dupecheck(UpperCase(Trim(LogForm.InData[0].Text)));
-    ShowVerdict();
-}
-
-void TakeBand(i16 bandIndex) {
-    Radios.BandIndex = bandIndex;
-    if (Radios.LogRadio == 1 || Radios.LogRadio == 2)
-        Radios.RadioBandMode[Radios.LogRadio - 1] = bandIndex;
-    WriteQSONrLabel();
-    KeyHooks.BandChanged();
-    RecheckCall();
 }
 
 // ---- messages
@@ -220,20 +198,12 @@ void RecallOn(const KeyEvent &) {
 
 // ---- two radios
 
-// In these contests the map shows the band that is being logged.
-void RedrawMapOfBand() {
-    if (Contest.ContestId == kNaqp || Contest.ContestId == kArrlDx)
-        Station.RedrawMap();
-}
-
 void SwitchRadio(const KeyEvent &event) {
-    if (CtrlOrAlt(event)) {
+    if (CtrlOrAlt(event))
         Station.SwapTransmitRadio();
-    } else {
+    else
         Station.SetActiveRadio();
-        RedrawMapOfBand();
-    }
-    RecheckCall();
+    ShowBandAnew();
 }
 
 // The other radio logs, on the band that it was left on.
@@ -242,12 +212,10 @@ void SwapLoggedRadio(const KeyEvent &) {
     Radios.RadioBandMode[toSecond ? 0 : 1] = CurrentBand();
     Radios.LogRadio = toSecond ? 2 : 1;
     CurrentBand() = Radios.RadioBandMode[toSecond ? 1 : 0];
-    WriteQSONrLabel();
     ShowLabel(LogForm.ActiveLogLabel, toSecond ? "Log R2" : "Log R1");
     LogForm.ActiveLogLabel.ForeColor = LogForm.QSONrLabel.ForeColor =
         toSecond ? Color::Red : Color::Blue;
-    if (Contest.ContestId == kNaqp || (Contest.ContestId == kArrlDx && !Contest.StationUSVE))
-        Station.RedrawMap();
+    ShowBandAnew();
 }
 
 struct KeyRow {
@@ -383,32 +351,6 @@ void EscAction() {
     LogForm.TimeLocalLabel.Visible = true;
     LogForm.LabelSendingMsg.Visible = false;
     CallField().ForeColor = Color::Black;
-}
-
-void StepBand(bool upwards) {
-    const int position = BandPosition(CurrentBand());
-    const auto here = std::find(kBandRing.begin(), kBandRing.end(), position);
-    auto place = static_cast<std::size_t>(here == kBandRing.end() ? 0 : here - kBandRing.begin());
-    const std::size_t step = upwards ? kBandRing.size() - 1 : 1;
-    for (std::size_t i = 0; i < kBandRing.size(); ++i) {
-        place = (place + step) % kBandRing.size();
-        if (Contest.ActiveBands[kBandRing[place] - 1])
-            break;
-    }
-    TakeBand(CodeInMode(kBandRing[place], IsPhone(CurrentBand())));
-}
-
-void SwitchMode(bool phone) {
-    const int position = BandPosition(CurrentBand());
-    const bool allowed = phone ? Contest.ModePhone : Contest.ModeCW;
-    if (!allowed || position == kNoBandPosition || phone == IsPhone(CurrentBand()))
-        return;
-    const i16 bandIndex = CodeInMode(position, phone);
-    if (Radios.LogRadio == 1 || Radios.LogRadio == 2) {
-        auto &frequencies = Radios.RadioFrequency[Radios.LogRadio - 1];
-        frequencies[bandIndex] = frequencies[CurrentBand()];
-    }
-    TakeBand(bandIndex);
 }
 
 } // namespace zrt

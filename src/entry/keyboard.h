@@ -18,13 +18,6 @@ struct KeyboardState {
 };
 extern KeyboardState Keyboard;
 
-// What the keyboard asks of the modules that stand above it or come from other folders.
-struct KeyboardHooks {
-    // The band or mode of the log radio has changed: the radio follows, the maps are redrawn.
-    void (*BandChanged)() = [] {};
-};
-extern KeyboardHooks KeyHooks;
-
 // `keyCode` 0 on return: the key is used up, the field does not see it. May pump.
 void InDataKeyDown(i16 fieldIndex, int &keyCode, int shift);
 // `charCode` is upper-cased, or 0 on return when the character is swallowed.
@@ -32,10 +25,5 @@ void InDataKeyPress(i16 fieldIndex, int &charCode);
 
 // The Cancel button and the Esc key: ends what is being sent, or wipes the entry.
 void EscAction();
-
-// The next active band of the ring, downwards (10 m to 160 m) or upwards.
-void StepBand(bool upwards);
-// CW or phone on the same band; nothing if the log does not allow the mode.
-void SwitchMode(bool phone);
 
 } // namespace zrt

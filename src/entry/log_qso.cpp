@@ -97,12 +97,43 @@ bool CallFits() {
     return true;
 }
 
-// Enter in the exchange field does not repeat the check: it ran when the field got the focus. False
+// What has no digit, or no letter, is more often a word that was meant for something else.
+bool CallIsMeant() {
+    const std::string call = PlainCall(CallField().Text);
+    const auto lacks = [&call](std::string_view characters) {
+        return call.find_first_of(characters) == std::string::npos;
+    };
+    const char *missing = lacks("0123456789")                   ? "digit"
+                          : lacks("ABCDEFGHIJKLMNOPQRSTUVWXYZ") ? "letter"
+                                                                : nullptr;
+    if (!Extensions.ModeCommands || missing == nullptr)
+        return true;
+    const BoxAnswer answer = ShowMessageBox(
+        {std::string("There is no ") + missing + " in " + CallText() + ".  Log it as a callsign?",
+         "Unusual Callsign", BoxButtons::YesNo, BoxIcon::Question});
+    if (answer != BoxAnswer::Yes)
+        SetFocus(CallField());
+    return answer == BoxAnswer::Yes;
+}
+
+// The check ran when the exchange field got the focus. What has changed since, by a cut of the call
+// or by a radio on another band, is found without a word: the contact is on its way into the log.
+void CheckWhatHasChanged() {
+    const std::string call = CallText();
+    if (IsCheckedAlready(call) || IsNextCounty(call))
+        return;
+    FindDupe(call);
+    ShowVerdict();
+}
+
+// Enter in the exchange field does not repeat the check that ran when it got the focus. False
 // if the box about a portable station has given the focus to the exchange, and with that filled in
 // one that the operator has not seen yet.
 bool CheckForDupe(i16 fieldIndex) {
-    if (fieldIndex != 0)
+    if (fieldIndex != 0) {
+        CheckWhatHasChanged();
         return true;
+    }
     const std::string seen = ExchangeField().Text;
     QsoHooks.Dupecheck(CallText());
     ShowVerdict();
@@ -322,7 +353,7 @@ void LogQso(i16 fieldIndex, i16 shift) {
     Entry.NewMultFlag = false;
     if (QsoHooks.CarryOutCallCommand())
         return;
-    if (!LogTakesContacts() || !CallIsThere(shift) || !CallFits())
+    if (!LogTakesContacts() || !CallIsThere(shift) || !CallFits() || !CallIsMeant())
         return;
     Entry.SavedCall = ToLatin1(CallText());
     if (!CheckForDupe(fieldIndex))

@@ -49,12 +49,15 @@ void ShowArrlDx(std::string_view call) {
     Typing.ShowCountryLine(country, 0);
 }
 
-void ShowCqWw(std::string_view call) {
+enum class ZoneField { Filled, Kept };
+
+void ShowCqWw(std::string_view call, ZoneField field) {
     const i16 country = ShowCountryOf(call);
     const i16 zone = ZoneOf(call, country);
     ShowNeeded(country);
     Typing.ShowCountryLine(country, zone);
-    FillZone(zone);
+    if (field == ZoneField::Filled)
+        FillZone(zone);
 }
 
 void ShowWpx(std::string_view call) {
@@ -77,10 +80,10 @@ void ShowGeneric(std::string_view call) {
     Typing.ShowCountryLine(country, 0);
 }
 
-void ShowWhatIsNeeded(std::string_view call) {
+void ShowWhatIsNeeded(std::string_view call, ZoneField field) {
     switch (Contest.ContestId) {
     case kArrlDx: ShowArrlDx(call); break;
-    case kCqWw: ShowCqWw(call); break;
+    case kCqWw: ShowCqWw(call, field); break;
     case kWpx: ShowWpx(call); break;
     case kAa: ShowAa(call); break;
     case kTenMeter: ShowTenMeter(call); break;
@@ -100,7 +103,25 @@ void Analyse(std::string_view call) {
     if (call.empty())
         HideNeeds();
     else
-        ShowWhatIsNeeded(call);
+        ShowWhatIsNeeded(call, ZoneField::Filled);
+}
+
+// ---- the exchange, by contest
+
+void ShowExchange() {
+    const std::string text = UpperCase(ToLatin1(ExchangeField().Text));
+    switch (Contest.ContestId) {
+    case kArrlDx:
+        if (!Contest.StationUSVE)
+            ARRLFindMult(text);
+        break;
+    case kNaqp: NaqpFindMult(text); break;
+    case kCqWw:
+        if (const i16 zone = ValueI16(text); zone >= 1 && zone <= kZones)
+            Typing.ShowCountryLine(CountryLookup(PlainCall(CallField().Text)), zone);
+        break;
+    default: break;
+    }
 }
 
 } // namespace
@@ -120,19 +141,21 @@ void CallTextChanged() {
 
 void ExchangeTextChanged() {
     EndPrefill();
-    const std::string text = UpperCase(ToLatin1(LogForm.InData[1].Text));
-    switch (Contest.ContestId) {
-    case kArrlDx:
-        if (!Contest.StationUSVE)
-            ARRLFindMult(text);
-        break;
-    case kNaqp: NaqpFindMult(text); break;
-    case kCqWw:
-        if (const i16 zone = ValueI16(text); zone >= 1 && zone <= kZones)
-            Typing.ShowCountryLine(CountryLookup(PlainCall(CallField().Text)), zone);
-        break;
-    default: break;
+    ShowExchange();
+}
+
+void ShowCallAnew() {
+    Entry.InsertActive = false; // the DUPE line that Insert has shown was that of the other band
+    if (const std::string call = PlainCall(CallField().Text); !call.empty()) {
+        SaveCall();
+        Typing.PartialCheck(call);
+        if (CallMatchesShow())
+            ShowCallMatches(call);
+        ShowWhatIsNeeded(call, ZoneField::Kept);
+        Dupecheck(call);
+        ShowVerdict();
     }
+    ShowExchange(); // behind the prior contacts, whose place it takes
 }
 
 void SaveCall() {

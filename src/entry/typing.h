@@ -19,6 +19,9 @@ extern TypingHooks Typing;
 // "?" in a call are the operator's notes: an edit of nothing else leaves all that shows as it is.
 void CallTextChanged();
 void ExchangeTextChanged();
+// The band, the mode or the radio has changed: checks the call in the field again, and shows all
+// that depends on them anew. What is typed and filled in stays. May pump.
+void ShowCallAnew();
 
 // The call in the field, if there is one, is the last call from now on.
 void SaveCall();

@@ -90,17 +90,20 @@ extern SettingsRecord Settings;
 // What operators of today need beyond the old rules. Each is off unless the section "[Extensions]"
 // turns it on; the file of a first installation turns all of them on.
 struct ExtensionsRecord {
-    bool InFile = false;               // the file read has the section, and is written with it
-    bool StoreDecade = false;          // the record keeps the decade of years from 2020
-    bool UtcFromSystem = false;        // a machine clock on UTC is read as the system's UTC
-    bool ProtectOldLogs = false;       // no contact is added to a log in an old format
-    bool KeepKilledLog = false;        // Kill All Entries copies the log whole first
-    i32 ScpLimit = 0;                  // calls of master.scp that are kept; 0: as many as ever
-    bool ExtraBaudRates = false;       // the radio dialog offers rates above 19200
-    bool FillCursorAtStart = false;    // the caret of a prefill stands where the number goes
-    bool PrefillCountsAsEmpty = false; // Insert takes a field with only a prefill as empty
-    bool InStateStateNames = false;    // reports of an in-state ZRT log name states by their list
-    std::string LogFolder; // what the file dialogs propose first, see FirstFolder; empty: AppPath
+    bool InFile = false;                // the file read has the section, and is written with it
+    bool StoreDecade = false;           // the record keeps the decade of years from 2020
+    bool UtcFromSystem = false;         // a machine clock on UTC is read as the system's UTC
+    bool ProtectOldLogs = false;        // no contact is added to a log in an old format
+    bool KeepKilledLog = false;         // Kill All Entries copies the log whole first
+    i32 ScpLimit = 0;                   // calls of master.scp that are kept; 0: as many as ever
+    bool ExtraBaudRates = false;        // the radio dialog offers rates above 19200
+    bool FillCursorAtStart = false;     // the caret of a prefill stands where the number goes
+    bool PrefillCountsAsEmpty = false;  // Insert takes a field with only a prefill as empty
+    bool InStateStateNames = false;     // reports of an in-state ZRT log name states by their list
+    bool TypedFrequencyNoRadio = false; // a typed frequency sets band and mode without a radio too
+    bool ModeCommands = false;          // CW, SSB and PH in the call field change the mode
+    bool InAreaContests = false;        // PAQP and NEQP logs of stations in the area
+    std::string LogFolder;              // what file dialogs propose first, see FirstFolder; empty: AppPath
 
     friend bool operator==(const ExtensionsRecord &, const ExtensionsRecord &) = default;
 };

@@ -198,6 +198,9 @@ KeyTable ExtensionKeys() {
         {"PrefillCountsAsEmpty", &e.PrefillCountsAsEmpty},
         {"InStateStateNames", &e.InStateStateNames},
         {"LogFolder", &e.LogFolder},
+        {"TypedFrequencyNoRadio", &e.TypedFrequencyNoRadio},
+        {"ModeCommands", &e.ModeCommands},
+        {"InAreaContests", &e.InAreaContests},
     };
 }
 

@@ -57,6 +57,30 @@ TEST_F(CallCommands, AreToldFromCalls) {
         EXPECT_EQ(ParseCallCommand(row.Text), row.Command) << row.Text;
 }
 
+TEST_F(CallCommands, WordsForTheModeNeedTheExtension) {
+    for (const char *word : {"CW", "SSB", "PH"}) {
+        Extensions.ModeCommands = false;
+        EXPECT_EQ(ParseCallCommand(word), CallCommand::None) << word;
+        Extensions.ModeCommands = true;
+        EXPECT_EQ(ParseCallCommand(word), CallCommand::Mode) << word;
+        EXPECT_EQ(ParseCallCommand(std::string(word) + "1"), CallCommand::None) << word;
+    }
+}
+
+TEST_F(CallCommands, AModeThatIsRefusedStaysSelected) {
+    OpenNewLog(kSs);
+    Extensions.ModeCommands = true;
+    Answer({BoxAnswer::Ok});
+    Command("PH");
+    EXPECT_EQ(LastBox().Title, "Mode");
+    EXPECT_EQ(CallField().Text, "PH");
+    EXPECT_EQ(CallField().SelStart, 0);
+    EXPECT_EQ(CallField().SelLength, 2);
+    EXPECT_EQ(LogForm.ActiveControl, &CallField());
+    EXPECT_EQ(CurrentBand(), 3);
+    EXPECT_EQ(Log.NextEntry, 1);
+}
+
 TEST_F(CallCommands, IntervalsAreOfTheModeThatIsOn) {
     OpenNewLog(kGeneric);
     for (const char *text : {"int3", "INT30", "INT300"}) {

@@ -168,13 +168,12 @@ TEST_F(Keys, TheModeStaysWhereTheLogHasOneOnly) {
 
 TEST_F(Keys, ABandChangeChecksTheCallAnew) {
     OpenNewLog(kGeneric);
-    QsoHooks.Dupecheck = [](std::string_view call) {
-        Entry.DupeFlag = call == "K1ZZ" && CurrentBand() == 23;
-    };
+    LogContact("K1ZZ");
+    Press(kKeyUp, kCtrl);
     Fill("K1ZZ", "");
     Press(kKeyDown, kCtrl);
     EXPECT_EQ(Call().ForeColor, Color::Red);
-    LogForm.lblDupe.Caption = "DUPE";
+    EXPECT_TRUE(LogForm.lblDupe.Visible);
     Press(kKeyDown, kCtrl);
     EXPECT_EQ(Call().ForeColor, Color::Black);
     EXPECT_EQ(LogForm.lblDupe.Caption, "");

@@ -160,6 +160,36 @@ TEST_F(VerdictOfTheCheck, OfACutCallReplacesThatOfTheWhole) {
     EXPECT_EQ(PointsOfLast(), "0");
 }
 
+TEST_F(VerdictOfTheCheck, IsFoundForACallThatIsCutBehindTheCheck) {
+    OpenNewLog(kGeneric);
+    Worked("VP2E/K1ABC", "ONE");
+    GoOn("VP2E/K1ABCD");
+    ExpectDupe(false);
+    SetFieldText(ExchangeField(), "TWO");
+    Answer({BoxAnswer::Yes});
+    Press(kKeyEnter);
+    EXPECT_EQ(Logged().Callsign.Trimmed(), "VP2E/K1ABC");
+    EXPECT_EQ(PointsOfLast(), "0");
+    EXPECT_EQ(Devices.Boxes.size(), 1U);
+}
+
+TEST_F(VerdictOfTheCheck, IsFoundForABandThatHasChangedBehindTheCheck) {
+    OpenNewLog(kCqWw);
+    Worked("DL1ABC", "14");
+    Worked("DL2ABC", "14");
+    CurrentBand() = k40Cw;
+    GoOn("DL1ABC");
+    ExpectDupe(false);
+    CurrentBand() = k20Cw; // a radio was turned
+    Press(kKeyEnter);
+    EXPECT_EQ(PointsOfLast(), "0");
+    GoOn("DL2ABC");
+    ExpectDupe(true);
+    CurrentBand() = k40Cw;
+    Press(kKeyEnter);
+    EXPECT_EQ(PointsOfLast(), "3");
+}
+
 // ---- county lines
 
 class CountyLine : public VerdictOfTheCheck {

@@ -179,6 +179,9 @@ FillCursorAtStart=False
 PrefillCountsAsEmpty=False
 InStateStateNames=False
 LogFolder=
+TypedFrequencyNoRadio=False
+ModeCommands=False
+InAreaContests=False
 
 )";
 
@@ -525,6 +528,9 @@ TEST_F(SettingsFile, EachKeyIsTheMemberOfItsName) {
         EXTENSION(PrefillCountsAsEmpty),
         EXTENSION(InStateStateNames),
         EXTENSION(LogFolder),
+        EXTENSION(TypedFrequencyNoRadio),
+        EXTENSION(ModeCommands),
+        EXTENSION(InAreaContests),
         {"UseDTRtoKey(1)", &Settings.UseDTRtoKey[0]},
         {"UseDTRtoKey(2)", &Settings.UseDTRtoKey[1]},
         {"RecentFile1", &Settings.RecentFile[0]},

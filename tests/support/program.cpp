@@ -10,6 +10,7 @@
 #include "app/partial_window.h"
 #include "app/rescan.h"
 #include "app/start_up.h"
+#include "entry/band_change.h"
 #include "entry/callsign.h"
 #include "entry/dupes.h"
 #include "entry/exchange_parsers.h"
@@ -80,7 +81,7 @@ void ForgetModules() {
     Dupes = {};
     Statistics = {};
     QsoHooks = {};
-    KeyHooks = {};
+    BandHooks = {};
     LoaderHooks = {};
     Typing = {};
     Station = {};
