@@ -6,6 +6,7 @@
 #include "session/contests.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
+#include "session/settings.h"
 
 namespace zrt {
 
@@ -13,7 +14,7 @@ ChCoFormWindow ChCoForm;
 
 namespace {
 
-enum class FirstFrame { Hidden, Mode, CwOnly, LocationFirst, LocationSecondOnly };
+enum class FirstFrame { Hidden, Mode, CwOnly, LocationFirst, LocationSecond };
 enum class SecondFrame { Hidden, TwoQths, ThreeQths, Hours };
 
 struct ChooserRow {
@@ -25,8 +26,8 @@ struct ChooserRow {
 
 constexpr std::array<const char *, 2> kModes = {"  Phone", "  CW"};
 
-// In the order of the display. NEQP and PAQP logs are always taken as out of the area: the first
-// button is disabled there.
+// In the order of the display. NEQP and PAQP logs are taken as out of the area: the first button is
+// disabled there, unless the extension offers it.
 constexpr auto kRows = std::to_array<ChooserRow>({
     {kAa, FirstFrame::Mode, SecondFrame::Hidden, kModes},
     {kTenMeter, FirstFrame::Hidden, SecondFrame::Hidden, kModes},
@@ -35,8 +36,8 @@ constexpr auto kRows = std::to_array<ChooserRow>({
     {kCqWw, FirstFrame::Mode, SecondFrame::ThreeQths, kModes},
     {kCwOpen, FirstFrame::CwOnly, SecondFrame::Hours, kModes},
     {kNaqp, FirstFrame::Mode, SecondFrame::Hidden, kModes},
-    {kNeqp, FirstFrame::LocationSecondOnly, SecondFrame::Hidden, {" In N.E.", " Out of N.E."}},
-    {kPaqp, FirstFrame::LocationSecondOnly, SecondFrame::Hidden, {" In PA", " Out of State"}},
+    {kNeqp, FirstFrame::LocationSecond, SecondFrame::Hidden, {" In N.E.", " Out of N.E."}},
+    {kPaqp, FirstFrame::LocationSecond, SecondFrame::Hidden, {" In PA", " Out of State"}},
     {kSprint, FirstFrame::Mode, SecondFrame::Hidden, kModes},
     {kSs, FirstFrame::Mode, SecondFrame::Hidden, kModes},
     {kWpx, FirstFrame::Mode, SecondFrame::ThreeQths, kModes},
@@ -57,17 +58,17 @@ void Choose(std::span<OptionButton> options, std::size_t chosen) {
 
 void SetFirstFrame(const ChooserRow &row) {
     const bool location =
-        row.First == FirstFrame::LocationFirst || row.First == FirstFrame::LocationSecondOnly;
+        row.First == FirstFrame::LocationFirst || row.First == FirstFrame::LocationSecond;
     ChCoForm.Frame1.Visible = row.First != FirstFrame::Hidden;
     ChCoForm.Frame1.Caption = location ? "   Location   " : "   Mode  ";
     for (std::size_t i = 0; i < ChCoForm.optFrame1.size(); ++i) {
         ChCoForm.optFrame1[i].Caption = row.FirstTexts[i];
         ChCoForm.optFrame1[i].Visible = ChCoForm.Frame1.Visible;
     }
-    const bool secondOnly =
-        row.First == FirstFrame::CwOnly || row.First == FirstFrame::LocationSecondOnly;
-    ChCoForm.optFrame1[0].Enabled = !secondOnly;
-    if (secondOnly)
+    const bool out = row.First == FirstFrame::LocationSecond;
+    const bool cwOnly = row.First == FirstFrame::CwOnly;
+    ChCoForm.optFrame1[0].Enabled = !cwOnly && (!out || Extensions.InAreaContests);
+    if (cwOnly || out)
         Choose(ChCoForm.optFrame1, 1);
     else if (row.First == FirstFrame::LocationFirst)
         Choose(ChCoForm.optFrame1, 0);

@@ -6,6 +6,7 @@
 #include "session/contests.h"
 #include "session/file_errors.h"
 #include "session/log_file.h"
+#include "session/settings.h"
 
 #include <cerrno>
 
@@ -59,6 +60,8 @@ bool TakeLogHeader() {
         return false;
     Log.CurrentFormat = Log.Header.FormatFlag == 1;
     TakeContest(Log.Header);
+    if (Extensions.InAreaContests)
+        TakeArea(Log.Header);
     return true;
 }
 

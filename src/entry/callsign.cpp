@@ -102,6 +102,11 @@ struct ZoneOfPrefix {
 constexpr std::array kNorthernZones = {ZoneOfPrefix{"VY1", 1}, ZoneOfPrefix{"VE8", 1},
                                        ZoneOfPrefix{"VO2", 2}, ZoneOfPrefix{"VY2", 2}};
 
+// The designator itself, as against the prefix of a call like KG5BTN/4.
+bool IsPortableInGuantanamo(std::string_view call) {
+    return call.starts_with("KG4/") || call.ends_with("/KG4");
+}
+
 double Radians(double degrees) {
     return degrees * std::numbers::pi / 180;
 }
@@ -134,6 +139,7 @@ i16 CountryLookup(std::string_view call) {
     const auto starred =
         Contest.ContestId == kArrlDx ? StarredCountries::Skip : StarredCountries::Count;
     FoundPrefix found = FindPrefix(Reference.Prefixes, call, starred);
+    const bool designated = IsPortableInGuantanamo(call);
     std::string prefix;
     if (!found.IsCall && call.find('/') != std::string_view::npos) {
         prefix = WpxPrefix(call);
@@ -145,7 +151,7 @@ i16 CountryLookup(std::string_view call) {
     if (!call.starts_with("KG4"))
         return row;
     // Two letters behind KG4 are Guantanamo Bay, any other number of them the USA.
-    const bool guantanamo = call.size() == 5;
+    const bool guantanamo = designated || call.size() == 5;
     CallAnalysis.LastZone = guantanamo ? 8 : 5;
     return guantanamo ? row : Reference.CountryRowUsa;
 }

@@ -4,6 +4,7 @@
 #include "entry/log_form.h"
 #include "entry/multipliers.h"
 #include "session/contests.h"
+#include "session/settings.h"
 
 #include <algorithm>
 #include <array>
@@ -72,11 +73,20 @@ void ReadState(const std::string &text, ParsedExchange &parsed) {
 
 // ---- ZRT, PAQP, NEQP
 
+// A station in the area works all others too, who send a state, a province or a section. It is
+// taken as it is typed, like the states of a ZRT station at home. Digits are stored for a county's
+// row.
+bool IsFromOutside(const std::string &mult) {
+    return Extensions.InAreaContests && Contest.StationInState && !mult.empty() &&
+           IsAll(mult, IsLetter);
+}
+
 bool CountyIsGood(const std::string &mult) {
     switch (Contest.ContestId) {
     case kZrt: return Contest.StationInState || FindMult(Multipliers.ZrtMults, mult) != 0;
-    case kPaqp: return FindMult(Multipliers.PaqpMults, mult) != 0;
-    case kNeqp: return FindMult(Multipliers.NeqpMults, mult, 2) != 0; // the third is for display
+    case kPaqp: return FindMult(Multipliers.PaqpMults, mult) != 0 || IsFromOutside(mult);
+    case kNeqp: // the third spelling is for display
+        return FindMult(Multipliers.NeqpMults, mult, 2) != 0 || IsFromOutside(mult);
     default: return false;
     }
 }

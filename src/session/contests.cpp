@@ -165,6 +165,11 @@ void TakeContest(const LogHeader &header) {
         Contest.SsSectionYear = 97;
 }
 
+void TakeArea(const LogHeader &header) {
+    if (Contest.ContestId == kPaqp || Contest.ContestId == kNeqp)
+        Contest.StationInState = header.ContestTag.Whole().substr(3) == "IN";
+}
+
 void SetUpContest() {
     const ContestRow &row = ContestTable(Contest.ContestId);
     Contest.OffTimeGap = row.OffTimeGap;

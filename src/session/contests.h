@@ -79,6 +79,9 @@ i16 ContestOfTag(std::string_view contestTag);
 // ZRT header tells.
 void TakeContest(const LogHeader &header);
 
+// PAQP and NEQP: StationInState as the header tells it, which TakeContest leaves out.
+void TakeArea(const LogHeader &header);
+
 // The set-up that follows from the contest: OffTimeGap, SCPSelection and the active bands.
 void SetUpContest();
 

@@ -4,6 +4,7 @@
 #include "platform/keys.h"
 #include "session/log_file.h"
 #include "session/session_flags.h"
+#include "session/settings.h"
 #include "support/program.h"
 
 namespace zrt {
@@ -139,6 +140,20 @@ TEST_F(Chooser, TakesNeqpAndPaqpAlwaysAsOutOfTheArea) {
     EXPECT_EQ(Choose(7), "NEQOS ");
     EXPECT_FALSE(Contest.StationInState);
     EXPECT_EQ(Choose(8), "PAQOS ");
+}
+
+TEST_F(Chooser, OffersTheAreaOfNeqpAndPaqpWithTheExtension) {
+    Extensions.InAreaContests = true;
+    for (const int row : {7, 8})
+        Look(row, [] {
+            EXPECT_TRUE(ChCoForm.optFrame1[0].Enabled);
+            EXPECT_TRUE(ChCoForm.optFrame1[1].Value); // outside, unless it is chosen
+        });
+    EXPECT_EQ(Choose(7), "NEQOS ");
+    EXPECT_EQ(Choose(7, [] { ClickFirst(0); }), "NEQIN ");
+    EXPECT_TRUE(Contest.StationInState);
+    EXPECT_EQ(Choose(8, [] { ClickFirst(0); }), "PAQIN ");
+    Look(5, [] { EXPECT_FALSE(ChCoForm.optFrame1[0].Enabled); }); // the CW Open stays on CW
 }
 
 TEST_F(Chooser, EnablesTheFirstButtonAgainForOtherRows) {

@@ -72,6 +72,17 @@ TEST_F(Rescan, CutsTheDayBackToTheLastOneOfTheContest) {
     }
 }
 
+TEST_F(Rescan, CutsNoDayOfALogInAnOldForm) {
+    std::string bytes = HeaderBytes("SS9CW");
+    bytes[4] = 0;
+    for (int day = 1; day <= 5; ++day)
+        bytes += EntryBytes(MakeEntry("K1ZZ", DateCode(1998, 10, day), 2200, 3, '2')).substr(0, 26);
+    LoadTemporary(bytes);
+    ASSERT_FALSE(Log.CurrentFormat);
+    EXPECT_EQ(Statistics.DayCount, 5);
+    EXPECT_EQ(Statistics.MinuteIndex[5], 4 * 1440 + 22 * 60);
+}
+
 TEST_F(Rescan, StopsAtTheEighteenthDayInGeneric) {
     std::string bytes = HeaderBytes("GEN  ") + std::string(34, '\0');
     for (int day = 1; day <= 25; ++day)

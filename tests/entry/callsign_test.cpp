@@ -335,6 +335,13 @@ TEST_F(CallCountries, GuantanamoHasTwoLettersBehindTheDigit) {
     ExpectCountry("KG4", kUs, 5);
     ExpectCountry("KG4ABC/P", kUs, 5);
     ExpectCountry("KG4ABC/VE3", kCanadaRow, 4); // the call is there, not at home
+    ExpectCountry("KG5BTN/4", kUs, 5);          // the prefix KG4 of a call area
+}
+
+TEST_F(CallCountries, TheDesignatorKg4IsGuantanamo) {
+    for (const char *call : {"DL1AA/KG4", "KG4/DL1AA", "W1AW/KG4", "KG4/W1AW"})
+        ExpectCountry(call, kGuantanamo, 8);
+    ExpectCountry("KG4/VE3", kCanadaRow, 4); // the right side tells the place
 }
 
 TEST_F(CallCountries, AnyBytesAreSafe) {

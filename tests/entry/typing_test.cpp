@@ -216,6 +216,17 @@ TEST_F(Typed, TheHeadingShowsOnceTheStationHasAPlace) {
     EXPECT_FALSE(LogForm.lblHeading.Visible);
 }
 
+TEST_F(Typed, TheHeadingShowsOnTheEquatorAndOnTheFirstMeridian) {
+    Open(CwContest(kWpx));
+    Settings.StationLongitude = 72.7;
+    Call("DL1ABC");
+    EXPECT_TRUE(LogForm.lblHeading.Visible);
+    Settings.StationLatitude = 51.5;
+    Settings.StationLongitude = 0;
+    Call("DL2ABC");
+    EXPECT_TRUE(LogForm.lblHeading.Visible);
+}
+
 TEST_F(Typed, ContestsOfExchangesTellNothingOfTheCall) {
     for (const i16 contest : {kZrt, kSprint, kSs, kPaqp, kNaqp, kNeqp, kCwOpen}) {
         Open(CwContest(contest));

@@ -154,6 +154,20 @@ TEST_F(Contests, PaqpAndNeqpKeepTheStationsAreaWhateverTheHeaderSays) {
         }
 }
 
+TEST_F(Contests, TheAreaOfPaqpAndNeqpIsReadWhereItIsWanted) {
+    for (const char *tag : {"PAQIN", "PAQOS", "NEQIN", "NEQOS"})
+        for (const bool before : {true, false}) {
+            Contest.StationInState = before;
+            TakeContest(HeaderWith(tag));
+            TakeArea(HeaderWith(tag));
+            EXPECT_EQ(Contest.StationInState, std::string_view(tag).ends_with("IN")) << tag;
+        }
+    Contest.StationInState = true;
+    TakeContest(HeaderWith("TEN  "));
+    TakeArea(HeaderWith("TEN  "));
+    EXPECT_TRUE(Contest.StationInState); // of no other contest
+}
+
 TEST_F(Contests, WpxTakesTheOldCodesZeroAndOneAndTheUsaForUnknownOnes) {
     for (const char *code : {"0", " ", "X"}) {
         TakeContest(HeaderWith("WPXCW", code));

@@ -33,13 +33,16 @@ class PlainCountries {
     };
     Answer Lookup(std::string call, bool arrlDx) const {
         bool equal = false;
+        // Portable in Guantanamo Bay.
+        const bool designator = call.substr(0, 4) == "KG4/" ||
+                                (call.size() >= 4 && call.substr(call.size() - 4) == "/KG4");
         Answer answer = Run(call, arrlDx, equal);
         if (!equal && call.find('/') != std::string::npos) {
             call = WpxPrefix(call);
             answer = Run(call, arrlDx, equal);
         }
         if (call.substr(0, 3) == "KG4") {
-            if (call.size() == 5)
+            if (designator || call.size() == 5)
                 answer.Zone = 8;
             else
                 answer = {RowOf("K"), 5};

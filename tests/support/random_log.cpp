@@ -7,6 +7,7 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "session/radio_state.h"
+#include "session/settings.h"
 
 namespace zrt {
 namespace {
@@ -59,6 +60,8 @@ std::string SignedAsNovice(Dice &dice, const std::string &call) {
 // What is typed: an exchange of the contest, sometimes on the end of the call.
 void TypeContact(Dice &dice, std::string call) {
     static const std::array names = {"BOB", "ANN", "HIRAM", "MAXIMILIANUS"};
+    // What stations outside of the area send to one in it.
+    static const std::array<std::string, 4> outside = {"NY", "ON", "MDC", "DX"};
     std::string exchange;
     switch (Contest.ContestId) {
     case kArrlDx:
@@ -98,7 +101,12 @@ void TypeContact(Dice &dice, std::string call) {
             exchange = Serial(dice);
         break;
     case kAa: exchange = std::to_string(dice.Below(100)); break;
-    case kPaqp: exchange = Serial(dice) + " " + AnySpelling(dice, Multipliers.PaqpMults); break;
+    case kPaqp:
+        exchange =
+            Serial(dice) + " " +
+            (Contest.StationInState && dice.OneIn(3) ? dice.Pick(outside)
+                                                     : AnySpelling(dice, Multipliers.PaqpMults));
+        break;
     case kNaqp:
         exchange = std::string(dice.Pick(names)) + " " +
                    (dice.OneIn(5) ? "DX" : AnySpelling(dice, Multipliers.NaqpMults));
@@ -107,7 +115,11 @@ void TypeContact(Dice &dice, std::string call) {
         exchange = StateOrNumber(dice, call);
         call = SignedAsNovice(dice, call);
         break;
-    case kNeqp: exchange = dice.Pick(dice.Pick(Multipliers.NeqpMults).Spellings); break;
+    case kNeqp:
+        exchange = Contest.StationInState && dice.OneIn(3)
+                       ? dice.Pick(outside)
+                       : dice.Pick(dice.Pick(Multipliers.NeqpMults).Spellings);
+        break;
     case kGeneric: exchange = Letters(dice, dice.Below(16)); break;
     case kCwOpen: exchange = Serial(dice) + " " + dice.Pick(names); break;
     default: break;
@@ -129,6 +141,7 @@ void ChangeBand(Dice &dice) {
 
 RandomLogTest::RandomLogTest() {
     StartProgram();
+    Extensions.InAreaContests = true;
     Files.Sync = [](int) { return 0; };
     Dialogs.Box = [](const MessageBox &) { return BoxAnswer::Ok; };
 }
@@ -148,6 +161,8 @@ std::vector<ContestState> VariantsOf(i16 contestId) {
     switch (contestId) {
     case kArrlDx:
     case kZrt:
+    case kPaqp:
+    case kNeqp:
         for (const bool inside : {true, false})
             add([&](ContestState &c) { c.StationUSVE = c.StationInState = inside; });
         break;
