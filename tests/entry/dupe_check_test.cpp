@@ -639,6 +639,18 @@ TEST_F(DupeCheck, ListsTheCallsThatBeginAsTyped) {
     EXPECT_EQ(LogForm.CallMatchLabel2.Caption, "Other bands: ");
 }
 
+TEST_F(DupeCheck, ListsCallsForATextInAnyForm) {
+    OpenNewLog(kCqWw);
+    Put("K\xC4"
+        "1"); // Latin-1
+    for (const char *text : {" k\xC3\x84", "K\xC3\x84"
+                                           "1  "}) {
+        ShowCallMatches(text);
+        EXPECT_EQ(LogForm.CallMatchLabel1.Caption, "This band: K\xC3\x84"
+                                                   "1 ");
+    }
+}
+
 TEST_F(DupeCheck, NamesTheMatchLinesByContest) {
     for (i16 contest = 1; contest <= kContests; ++contest) {
         SCOPED_TRACE(contest);

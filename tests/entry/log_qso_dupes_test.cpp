@@ -3,6 +3,7 @@
 #include "entry/dupes.h"
 #include "entry/log_form.h"
 #include "entry/log_qso.h"
+#include "entry/multipliers.h"
 #include "platform/keys.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
@@ -326,6 +327,35 @@ TEST_F(CountyLine, EndsWhenItsCountyIsKilled) {
     SetFieldText(ExchangeField(), "5 BBBB");
     ClickControl(LogForm.AddButton);
     EXPECT_EQ(AllPoints(), "30");
+}
+
+TEST_F(CountyLine, OfAKilledCountyIsCheckedAgain) {
+    Worked("W1AW", "5 AAAA");
+    GoOn("W1AW");
+    SetFieldText(ExchangeField(), "5 BBBB/");
+    Press(kKeyEnter);
+    Answer({BoxAnswer::Yes});
+    ClickControl(LogForm.mnuEditKillLast);
+    GoOn("W1AW"); // not the next county of a line any more
+    ExpectDupe(true);
+}
+
+TEST_F(CountyLine, GoesOnForACallWithAMark) {
+    Worked("W1AW", "5 AAAA/");
+    GoOn("W1AW?");
+    ExpectDupe(false);
+    SecondCounty("5 BBBB/", By::Enter);
+    SecondCounty("5 CCCC", By::Add);
+    EXPECT_EQ(AllPoints(), "003");
+}
+
+TEST_F(VerdictOfTheCheck, KnowsNoCountyLineButInZrt) {
+    OpenNewLog(kPaqp);
+    Multipliers.PaqpMults = {MultRow{{"ADA"}}};
+    LogContact("K3AAA", "5 ADA/");
+    ASSERT_EQ(Log.NextEntry, 2);
+    GoOn("K3AAA");
+    ExpectDupe(true);
 }
 
 TEST_F(CountyLine, IsJudgedAnewOnAnotherBand) {

@@ -291,10 +291,10 @@ class CheckData(unittest.TestCase):
 
     def test_a_key_that_is_missing_or_in_the_wrong_place_fails(self):
         at = self.section(INI, "[Preferences]", 3, 4)
-        last = self.section(INI, "[Extensions]", 8, 9)
+        last = self.section(INI, "[Extensions]", 11, 12)
         self.assert_findings(
             (INI, at, "CWActivated stands where BackUpDrive belongs"),
-            (INI, last - 1, "InStateStateNames and what follows is missing"),
+            (INI, last - 1, "InAreaContests and what follows is missing"),
         )
 
     def test_a_key_of_no_known_name_and_a_row_without_value_fail(self):
