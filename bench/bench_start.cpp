@@ -48,7 +48,8 @@ void StartRoutine(benchmark::State &state) {
     while (state.KeepRunning()) {
         InstallHeadlessDoors();
         Devices.ProgramFolder = folder;
-        Files.Lock = [](const std::string &) { return true; }; // the one of the last round stands
+        // The lock of the last round stands.
+        Files.Lock = [](const std::string &) { return FileLock{LockResult::Taken, 0, {}, -1}; };
         RegisterWindows();
         Log = {};
         Session = {};

@@ -1,6 +1,6 @@
 #include "entry/log_form.h"
 
-#include "entry/keyboard.h"
+#include "entry/band_change.h"
 #include "session/log_file.h"
 #include "session/radio_state.h"
 #include "session/settings.h"
