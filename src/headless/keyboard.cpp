@@ -1,8 +1,8 @@
 #include "headless/keyboard.h"
 
 #include "headless/devices.h"
+#include "platform/characters.h"
 #include "platform/field_text.h"
-#include "platform/utf8.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "platform/controls.h"
 
-#include "platform/field_text.h"
+#include "platform/characters.h"
 
 #include <algorithm>
 #include <cassert>
@@ -184,6 +184,11 @@ void CloseForm(Form &form) {
         Call(form.CloseBox);
     else
         HideForm(form);
+}
+
+int CharacterTaken(const TextBox &box, int character) {
+    const int plain = PlainCharacter(character);
+    return box.Takes == nullptr || box.Takes(plain) ? plain : 0;
 }
 
 KeyOutcome OfferKey(Form &form, const KeyStroke &stroke) {

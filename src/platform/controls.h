@@ -57,7 +57,7 @@ struct TextBox : Control {
     int SelStart = 0;
     int SelLength = 0;
     int Columns = 0; // characters that it is laid out for; 0 leaves it to the view
-    // Whether it takes a character (Unicode; any blank is ' '). Null takes all that can be seen.
+    // Whether it takes a character (Unicode; any blank is ' '); null takes all. See CharacterTaken.
     bool (*Takes)(int character) = nullptr;
     // A handler that sets the key or the character to 0 has used it up: the field does not see it.
     std::function<void(int &keyCode, int shift)> KeyDown;
@@ -196,6 +196,9 @@ Control *NextTabStop(const Form &form, bool backwards);
 // What the operator does, told by the views:
 void ClickControl(Control &control); // a button, an option, a check box, a label, a menu entry
 void CloseForm(Form &form);          // its close box
+
+// The character as the field takes it: see PlainCharacter; 0 for one that the field does not take.
+int CharacterTaken(const TextBox &box, int character);
 
 // What became of a key that was offered to a form.
 struct KeyOutcome {

@@ -1,36 +1,12 @@
 #include "platform/field_text.h"
 
-#include "platform/utf8.h"
+#include "platform/characters.h"
 
 #include <algorithm>
-#include <array>
 
 namespace zrt {
 
 namespace {
-
-struct Range {
-    int First, Last;
-};
-
-template <std::size_t N> bool IsIn(const std::array<Range, N> &ranges, int character) {
-    return std::any_of(ranges.begin(), ranges.end(), [character](const Range &range) {
-        return character >= range.First && character <= range.Last;
-    });
-}
-
-// Tabs, line ends and the blanks of typesetters.
-constexpr std::array kBlanks = {Range{0x09, 0x0D},     Range{0x20, 0x20},     Range{0x85, 0x85},
-                                Range{0xA0, 0xA0},     Range{0x1680, 0x1680}, Range{0x2000, 0x200A},
-                                Range{0x2028, 0x2029}, Range{0x202F, 0x202F}, Range{0x205F, 0x205F},
-                                Range{0x3000, 0x3000}};
-
-// Controls, and marks that have no width: a call with one of them would look like another call.
-constexpr std::array kUnseen = {
-    Range{0x00, 0x1F},       Range{0x7F, 0x9F},        Range{0xAD, 0xAD},     Range{0x061C, 0x061C},
-    Range{0x180E, 0x180E},   Range{0x200B, 0x200F},    Range{0x202A, 0x202E}, Range{0x2060, 0x206F},
-    Range{0xD800, 0xDFFF},   Range{0xFE00, 0xFE0F},    Range{0xFEFF, 0xFEFF}, Range{0xFFF9, 0xFFFF},
-    Range{0xE0000, 0xE0FFF}, Range{0x110000, 0x1FFFFF}};
 
 bool IsContinuation(char byte) {
     return (byte & 0xC0) == 0x80;
@@ -73,14 +49,6 @@ bool RunChange(const TextBox &box, const std::string &before) {
 }
 
 } // namespace
-
-int CharacterTaken(const TextBox &box, int character) {
-    if (IsIn(kBlanks, character))
-        character = ' ';
-    if (IsIn(kUnseen, character) || (box.Takes != nullptr && !box.Takes(character)))
-        return 0;
-    return character;
-}
 
 void InsertText(TextBox &box, std::string_view text) {
     const std::string before = box.Text;

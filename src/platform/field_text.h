@@ -9,10 +9,6 @@
 
 namespace zrt {
 
-// The character as the field takes it: a blank for a tab, a line end or a blank of another kind; 0
-// for one that it does not take.
-int CharacterTaken(const TextBox &box, int character);
-
 // Puts a text in the place of the selection, without the characters that the field does not take.
 // The blanks at its ends go, but for a blank alone, which is typed. If nothing is left of a text,
 // the field stays as it is. Runs Change if the field's text is another one then.

@@ -1,7 +1,7 @@
 // Which characters the two fields of the entry window take, typed and pasted, in each contest.
 #include "entry/log_form.h"
 #include "headless/keyboard.h"
-#include "platform/utf8.h"
+#include "platform/characters.h"
 #include "session/log_file.h"
 #include "session/settings.h"
 #include "support/program.h"

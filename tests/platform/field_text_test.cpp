@@ -1,6 +1,6 @@
 #include "platform/field_text.h"
 
-#include "platform/utf8.h"
+#include "platform/characters.h"
 
 #include <gtest/gtest.h>
 
