@@ -179,8 +179,8 @@ class PathDialog : public QFileDialog {
         else if (file.isDir() && fileMode() != QFileDialog::Directory)
             setDirectory(file.absoluteFilePath());
         else if (!file.exists() && acceptMode() == QFileDialog::AcceptOpen)
-            AskInBox({typed.toStdString() + "\nThere is nothing of this name here.",
-                            "Not Found", BoxButtons::Ok, BoxIcon::Exclamation});
+            AskInBox({typed.toStdString() + "\nThere is nothing of this name here.", "Not Found",
+                      BoxButtons::Ok, BoxIcon::Exclamation});
         else
             TakeQuoted(file);
     }

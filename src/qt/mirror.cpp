@@ -95,7 +95,8 @@ void SetCloseBox(BoundForm &form) {
     form.Window->setWindowFlag(Qt::WindowCloseButtonHint, form.Record->HasCloseBox);
 }
 
-// The window that a dialog stands over: the modal one beneath it, or else the one that is no dialog.
+// The window that a dialog stands over: the modal one beneath it, or else the one that is no
+// dialog.
 QWidget *OwnerOf(const BoundForm &form) {
     if (form.Window->windowType() != Qt::Dialog)
         return nullptr;

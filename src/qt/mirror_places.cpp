@@ -125,9 +125,8 @@ void MirrorPlace(const Form &record, QWidget &window, WindowPlace &place) {
     place.Frame = frame;
     place.Screens = std::move(screens);
     const QSize size = SizeAsked(record, window, place, anew);
-    const QPoint corner = HasPlace(record)
-                              ? QPoint(record.Left / kTwips, record.Top / kTwips)
-                              : window.pos();
+    const QPoint corner =
+        HasPlace(record) ? QPoint(record.Left / kTwips, record.Top / kTwips) : window.pos();
     if (HasPlace(record) || window.isVisible())
         Put(window, place, QRect(corner, size.grownBy(frame)));
     else if (size != window.size())

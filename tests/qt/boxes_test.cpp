@@ -229,8 +229,7 @@ TEST_F(Boxes, ANameWithQuotesOrABackslashIsTakenAsTyped) {
     const char *const names[] = {R"(my "best" log)", R"("all quotes")", R"(half "quote)", R"(a\b)"};
     for (const char *name : names) {
         const QString path = folder.filePath(QLatin1String(name) + QStringLiteral(".ZRT"));
-        WhenOpen<QFileDialog>(
-            [&](QFileDialog &dialog) { TypeName(dialog, QLatin1String(name)); });
+        WhenOpen<QFileDialog>([&](QFileDialog &dialog) { TypeName(dialog, QLatin1String(name)); });
         EXPECT_EQ(
             ShowFileDialog({"Save", folder.path().toStdString(), "ZRT logs|*.ZRT", "ZRT", true}),
             path.toStdString());
@@ -259,7 +258,8 @@ TEST_F(Boxes, ANameWithQuotesThatIsNotThereIsRefusedWithAWord) {
     });
     EXPECT_EQ(ShowFileDialog({"Open", folder.path().toStdString(), "ZRT logs|*.ZRT", "ZRT"}),
               std::nullopt);
-    EXPECT_THAT(Heard, testing::ElementsAre("no \"such\" log\nThere is nothing of this name here."));
+    EXPECT_THAT(Heard,
+                testing::ElementsAre("no \"such\" log\nThere is nothing of this name here."));
 }
 
 TEST_F(Boxes, AFolderWithQuotesIsEnteredAndChosen) {
@@ -284,9 +284,9 @@ TEST_F(Boxes, FileDialogsLeaveNothingInTheHomeFolder) {
     WhenOpen<QFileDialog>([](QFileDialog &dialog) { dialog.reject(); });
     ShowFolderDialog("Folder", "/");
     EXPECT_TRUE(Opened);
-    EXPECT_THAT(QDir(Home->path())
-                    .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-                testing::IsEmpty());
+    EXPECT_THAT(
+        QDir(Home->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        testing::IsEmpty());
 }
 
 TEST_F(Boxes, AShortTextUnderALongTitleShowsTheWholeTitle) {
