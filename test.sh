@@ -8,6 +8,8 @@
 #   ./test.sh tidy       clang-tidy and cppcheck over all sources (takes long)
 #   ./test.sh valgrind   all scenarios under valgrind
 #   ./test.sh coverage   what the tests reach of the logic: a table in build/coverage/coverage.txt
+#   ./test.sh mutants    breaks statements and lists those that no test notices; what follows is given
+#                        to tools/mutate.py, as in "./test.sh mutants --seed 7 --count 150" (takes long)
 #
 # With suites the last line is "N passed, N failed", summed over them. A step that fails outside of a
 # suite (a build, layers, format) counts as one failed there. Exit status 0: nothing failed.
@@ -125,6 +127,7 @@ all | dev | sanitize | clang) ;;
 tidy) packages+=(clang-tidy cppcheck) ;;
 valgrind) packages+=(valgrind) ;;
 coverage) packages+=(gcovr) ;;
+mutants) packages+=(python3-clang-14 lld) ;;
 -h | --help)
     Usage
     exit 0
@@ -162,6 +165,12 @@ valgrind)
 coverage)
     if Step "Build: coverage" BuildPreset coverage && Step "Tests: coverage" Coverage; then
         tail -n 4 build/coverage/coverage.txt
+    fi
+    ;;
+mutants)
+    if Step "Tests of the mutants" python3 tests/tools/mutate_test.py; then
+        Say "Mutants"
+        tools/mutate.py "${@:2}" || failed=1
     fi
     ;;
 esac
