@@ -204,6 +204,7 @@ SETTINGS = dict(
                 """BOOL StoreDecade UtcFromSystem ProtectOldLogs KeepKilledLog
                 INTEGER ScpLimit
                 BOOL ExtraBaudRates FillCursorAtStart PrefillCountsAsEmpty InStateStateNames
+                TEXT LogFolder
                 BOOL TypedFrequencyNoRadio ModeCommands InAreaContests"""
             ),
         ),

@@ -10,7 +10,7 @@ struct ProgramDoor {
     std::string (*UserFolder)() = nullptr; // the user's own data folder for this program; or empty
     bool (*RootWithoutHome)() =
         nullptr; // UserFolder is root's, and nothing but his account says so
-    std::string (*DefaultsFolder)() = nullptr; // what a first installation is filled from
+    std::string (*DefaultsFolder)() = nullptr;  // what a first installation is filled from
     std::string (*DocumentsFolder)() = nullptr; // the user's documents; empty if there is none
 };
 extern ProgramDoor ProgramFolders;

@@ -103,7 +103,7 @@ struct ExtensionsRecord {
     bool TypedFrequencyNoRadio = false; // a typed frequency sets band and mode without a radio too
     bool ModeCommands = false;          // CW, SSB and PH in the call field change the mode
     bool InAreaContests = false;        // PAQP and NEQP logs of stations in the area
-    std::string LogFolder;              // what file dialogs propose first, see FirstFolder; empty: AppPath
+    std::string LogFolder; // what file dialogs propose first, see FirstFolder; empty: AppPath
 
     friend bool operator==(const ExtensionsRecord &, const ExtensionsRecord &) = default;
 };
