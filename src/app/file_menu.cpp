@@ -73,16 +73,6 @@ bool MoveLogTo(const std::string &path) {
     return true;
 }
 
-// The log's own file can't be written: whether the operator saves the log to another place.
-bool SavesElsewhere(int error) {
-    const auto count = Log.Unwritten.size();
-    return ShowMessageBox(
-               {SystemErrorText(error) + ": " + Log.LogFileName + ".  " + std::to_string(count) +
-                    (count == 1 ? " contact is" : " contacts are") +
-                    " not on disk.  Press OK to save the whole log to another place.",
-                "File or Disk Error", BoxButtons::OkCancel, BoxIcon::Critical}) == BoxAnswer::Ok;
-}
-
 // The folder that the settings propose is made before its first log.
 void MakeLogFolder() {
     if (Settings.OpenFilePath == FirstFolder() && !Files.Exists(Settings.OpenFilePath))
@@ -91,11 +81,10 @@ void MakeLogFolder() {
 
 // Whether a name is to be asked for.
 bool HasSomethingToSave() {
-    const int error = BringFileUpToDate();
+    // Where the log's own disk fails the log is saved to another one, from memory.
+    const bool onDisk = BringFileUpToDate() == 0;
     ShowOwedEntries();
-    if (error != 0)
-        return SavesElsewhere(error);
-    if (Log.LogState == kTemporaryName)
+    if (!onDisk || Log.LogState == kTemporaryName)
         return true;
     ShowMessageBox({"There is nothing to save: each contact is on the disk, in " + Log.LogFileName +
                         ", from the moment it is logged.",
@@ -157,7 +146,7 @@ void FileOpenRecent(int fileNumber) {
 bool FileSaveAs() {
     WriteSettings(true);
     if (!HasSomethingToSave())
-        return Log.LogState == kUsersName && !IsOwedToDisk();
+        return true;
     MakeLogFolder();
     const auto path = ShowFileDialog({"Save Current Log As", Settings.OpenFilePath,
                                       "ZRT logs (*.ZRT)|*.ZRT|All files (*.*)|*.*", "ZRT", true});

@@ -26,7 +26,7 @@ bool CanBeRead(const std::string &path) {
 
 bool OpensWithoutLock(int error) {
     return ShowMessageBox({NameOf(Log.LogFileName) + " can't be locked: " + SystemErrorText(error) +
-                               ".  If another copy of ZRTLOG has it open, two copies would write "
+                               ".  Without the lock two copies of ZRTLOG could open it, and write "
                                "over each other's contacts.  Open it all the same?",
                            kTitle, BoxButtons::YesNo, BoxIcon::Exclamation, 2}) == BoxAnswer::Yes;
 }

@@ -34,8 +34,8 @@ namespace {
 bool GoesOnWithoutLock(int error) {
     return ShowMessageBox({"The folder " + Session.AppPath +
                                " can't be locked: " + SystemErrorText(error) +
-                               ".  If another copy of ZRTLOG uses this folder, press No and use "
-                               "that one.  Go on without the lock?",
+                               ".  Without the lock two copies of ZRTLOG could work in it, and "
+                               "spoil each other's logs.  Go on all the same?",
                            "ZRTLOG", BoxButtons::YesNo, BoxIcon::Exclamation, 2}) == BoxAnswer::Yes;
 }
 

@@ -48,6 +48,33 @@ void OweNothing() {
     Log.WholeFileOwed = false;
 }
 
+// ---- what stands under the name
+
+enum class FileIs { Whole, OfAnotherLog, NoLog };
+
+FileIs KindOfFile(std::span<const std::byte> bytes) {
+    LogHeader header;
+    Decode(bytes, header);
+    if (bytes.size() < kHeaderLength)
+        return FileIs::NoLog;
+    if (header == Log.KeptHeader)
+        return FileIs::Whole;
+    const bool isLog = ContestOfTag(header.ContestTag.Whole()) != kNoContest;
+    return isLog ? FileIs::OfAnotherLog : FileIs::NoLog;
+}
+
+// Of an open file; `length` is its length.
+int KindOfFile(OpenedFile &file, FileIs &kind, std::uint64_t &length) {
+    FileBytes bytes(kHeaderLength);
+    std::size_t got = 0;
+    if (const int error = file.Length(length))
+        return error;
+    if (const int error = file.ReadAt(0, bytes, got))
+        return error;
+    kind = KindOfFile(std::span(bytes).first(got));
+    return 0;
+}
+
 // ---- writing
 
 int WriteAndClose(OpenedFile &file, std::span<const std::byte> bytes) {
@@ -58,11 +85,15 @@ int WriteAndClose(OpenedFile &file, std::span<const std::byte> bytes) {
     return file.Close();
 }
 
-// The file is made, or what is left of it written over; nothing that it still holds is cut off.
+// The file is made, or what is left of it written over; nothing that a log still holds is cut off.
 int WriteWholeFile() {
     OpenedFile file;
+    FileIs kind = FileIs::Whole;
+    std::uint64_t length = 0;
     int error = file.Open(Log.LogFileName, OpenMode::Update);
-    if (error == ENOENT)
+    if (error == 0 && KindOfFile(file, kind, length) == 0 && kind == FileIs::NoLog)
+        error = file.Close();
+    if (error == ENOENT || kind == FileIs::NoLog)
         error = file.Open(Log.LogFileName, OpenMode::Create);
     if (error == 0)
         error = WriteAndClose(file, LogImage(RecordLengthOfLog()));
@@ -72,23 +103,25 @@ int WriteWholeFile() {
     return error;
 }
 
-// Whether the file still has its header and all that stands before the entries that are owed.
+// Whether the file is long enough for all that stands before the entries that are owed.
 bool HoldsWhatIsBefore(std::uint64_t length) {
-    if (length < kHeaderLength)
-        return false;
     const i16 first = *std::min_element(Log.Unwritten.begin(), Log.Unwritten.end());
     return !Log.CurrentFormat || first == 1 || length >= OffsetOf(first, kEntryLength);
 }
 
 // Writes the entries that are owed into their places. When the file turns out to be gone or cut it
-// is owed as a whole, and nothing is written.
+// is owed as a whole, and nothing is written. Nor is anything written into another log that stands
+// under the name by now: EEXIST.
 int WriteEntriesInPlace() {
     OpenedFile file;
     int error = file.Open(Log.LogFileName, OpenMode::Update);
     std::uint64_t length = 0;
+    FileIs kind = FileIs::NoLog;
     if (error == 0)
-        error = file.Length(length);
-    if (error == ENOENT || (error == 0 && !HoldsWhatIsBefore(length)))
+        error = KindOfFile(file, kind, length);
+    if (error == 0 && kind == FileIs::OfAnotherLog)
+        return EEXIST;
+    if (error == ENOENT || (error == 0 && (kind == FileIs::NoLog || !HoldsWhatIsBefore(length))))
         OweWholeFile();
     if (error != 0 || Log.WholeFileOwed)
         return error;
@@ -111,19 +144,6 @@ template <typename Entry> Entry OldOrNew(const Entry &old, const LogEntry &added
 }
 
 // ---- comparing
-
-enum class FileIs { Whole, OfAnotherLog, NoLog };
-
-FileIs KindOfFile(std::span<const std::byte> bytes) {
-    LogHeader header;
-    Decode(bytes, header);
-    if (bytes.size() < kHeaderLength)
-        return FileIs::NoLog;
-    if (header == Log.KeptHeader)
-        return FileIs::Whole;
-    const bool isLog = ContestOfTag(header.ContestTag.Whole()) != kNoContest;
-    return isLog ? FileIs::OfAnotherLog : FileIs::NoLog;
-}
 
 // Whether the record has been cut or wiped out. One that merely reads differently was changed by
 // another program on purpose, and stays.
@@ -340,9 +360,10 @@ FileBytes LogImage(std::size_t recordLength) {
 
 int SaveLogTo(const std::string &path) {
     // A file that is whole is copied: it may still hold a contact that was killed last.
-    const int error = IsOwedToDisk() ? ReplaceFile(path, LogImage(RecordLengthOfLog()))
-                                     : CopyFile(Log.LogFileName, path);
-    if (error != 0)
+    FileBytes bytes;
+    if (IsOwedToDisk() || ReadFile(Log.LogFileName, bytes) != 0)
+        bytes = LogImage(RecordLengthOfLog());
+    if (const int error = ReplaceFile(path, bytes))
         return error;
     OweNothing();
     Log.LogFileName = path;

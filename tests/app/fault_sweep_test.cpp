@@ -151,6 +151,7 @@ struct SilentFault {
     bool ForReading;
     int ToldAs; // the error that has a box all the same; 0: none
     const char *Reason;
+    const char *Step = ""; // of the walk; "" for each
 };
 constexpr SilentFault kSilent[] = {
     {"", "zrtlog125.ini", false, ENODEV, "the next of many writes of the settings will do"},
@@ -160,11 +161,13 @@ constexpr SilentFault kSilent[] = {
      "its copy is safe; what stays is offered at the next start"},
     {"", "Unsaved ZRT Log ", false, 0,
      "the log that can't be moved stays, until File, New moves it"},
+    {"", "!temp%!!.zrb", true, 0, "the log is saved from memory", "Save As"},
 };
 
 bool IsSilent(const FileOperation &operation, int error) {
     return std::any_of(std::begin(kSilent), std::end(kSilent), [&](const SilentFault &row) {
-        return (*row.Operation == '\0' || std::string_view(row.Operation) == operation.Name) &&
+        return (*row.Step == '\0' || row.Step == Walk.FaultIn) &&
+               (*row.Operation == '\0' || std::string_view(row.Operation) == operation.Name) &&
                operation.File.starts_with(row.File) && row.ForReading == operation.ForReading &&
                row.ToldAs != error;
     });

@@ -103,7 +103,10 @@ template <typename Deed, typename Done> void Insist(const char *what, Deed deed,
     constexpr int kMostTimes = 3;
     for (int i = 0; i < kMostTimes && !done(); ++i) {
         FaultOperator.DialogAnswers = 0;
+        const bool before = FaultyFiles.Failed.empty();
         deed();
+        if (before && !FaultyFiles.Failed.empty())
+            Walk.FaultIn = what;
         if (FaultyFiles.Crashed)
             throw ProcessGone();
         if (Walk.LearnsSettings)

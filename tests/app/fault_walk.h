@@ -32,6 +32,7 @@ struct WalkState {
     bool LearnsSettings = false; // the walk without a fault
     bool Ended = false;
     std::vector<std::string> Cleared; // calls that had cleared the fields
+    std::string FaultIn;              // the step with the first fault
 };
 extern WalkState Walk;
 

@@ -317,9 +317,9 @@ TEST_F(LogFile, IsComparedWithMemoryAndGetsBackWhatItLacks) {
     const std::string whole = BytesOf(kTempLog);
     std::string holed = whole;
     holed.replace(120, 60, std::string(60, '\0'));
-    for (const std::string &left :
-         {std::string(), whole.substr(0, 25), whole.substr(0, 26), whole.substr(0, 60),
-          whole.substr(0, 150), whole.substr(0, 300), holed, std::string(360, 'x')}) {
+    for (const std::string &left : {std::string(), std::string(1000, 'x'), whole.substr(0, 25),
+                                    whole.substr(0, 26), whole.substr(0, 60), whole.substr(0, 150),
+                                    whole.substr(0, 300), holed, std::string(360, 'x')}) {
         MakeFile(kTempLog, left);
         EXPECT_EQ(BringFileUpToDate(), 0);
         EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(whole)) << left.size();
@@ -362,6 +362,20 @@ TEST_F(LogFile, ThatWasReplacedOrChangedOnPurposeIsLeftAlone) {
         EXPECT_EQ(BringFileUpToDate(), 0);
         EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(bytes));
     }
+}
+
+TEST_F(LogFile, ThatWasReplacedTakesNoContactsOfThisOne) {
+    OpenNewLog(kGeneric);
+    Append(3);
+    const std::string whole = BytesOf(kTempLog);
+    const std::string other = HeaderBytes("AA CW") + std::string(400, '\0');
+    MakeFile(kTempLog, other);
+    Log.WorkingEntry = MakeEntry("K4ZZ", -21155, 1437, 3, '2');
+    EXPECT_EQ(AppendEntry(), EEXIST);
+    EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(other));
+    MakeFile(kTempLog, std::string(500, 'x')); // no log at all
+    EXPECT_EQ(WriteOwedEntries(), 0);
+    EXPECT_EQ(Hex(BytesOf(kTempLog)), Hex(whole + EntryBytes(Log.LogEntries[4])));
 }
 
 TEST_F(LogFile, ThatCantBeReadIsOwedAsAWhole) {
