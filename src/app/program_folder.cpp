@@ -29,11 +29,7 @@ void TellGuessedHome() {
                         "ZRTLOG", BoxButtons::Ok, BoxIcon::Exclamation});
 }
 
-// The folder of the executable if the settings stand there, else the user's own.
-bool ChooseFolder() {
-    Session.AppPath = WithSeparator(ProgramFolders.ExecutableFolder());
-    if (Files.Exists(Session.AppPath + kSettingsFile))
-        return true;
+bool ChooseUserFolder() {
     const std::string folder = ProgramFolders.UserFolder();
     if (folder.empty()) {
         ShowMessageBox({"ZRTLOG finds no home directory for its files.  Set HOME and start it "
@@ -64,24 +60,21 @@ bool HoldsCutCopy(const std::string &path, const std::string &shipped) {
     return ReadFile(path, there) == 0 && ReadFile(shipped, whole) == 0 && IsCutCopy(there, whole);
 }
 
-// Each step can be done again. The settings, which say that the folder is filled, are the last: a
-// crash or an error before them leaves the rest to the next time.
+// Brings what is missing or cut; all else is the operator's. Each step can be done again. The
+// settings are the last: settings without data would look like a program that is set up.
 int FillFolder(const std::string &defaults) {
     if (const int error = Files.MakeFolder(Session.AppPath))
         return error;
-    const auto path = [](const std::string &name) { return PathInFolder(Session.AppPath + name); };
-    const bool filled = Files.Exists(path(kSettingsFile)) &&
-                        !HoldsCutCopy(path(kSettingsFile), defaults + kSettingsFile);
     std::vector<std::string> names;
     if (const int error = Files.List(defaults, names))
-        return filled || error == ENOENT ? 0 : error; // without any the reader of the settings ends
+        return error == ENOENT ? 0 : error; // what is missing is told of by its readers
     std::stable_partition(names.begin(), names.end(),
                           [](const std::string &name) { return name != kSettingsFile; });
     for (const std::string &name : names) {
-        const bool there = Files.Exists(path(name));
-        if (there ? !HoldsCutCopy(path(name), defaults + name) : filled)
+        const std::string path = PathInFolder(Session.AppPath + name);
+        if (Files.Exists(path) && !HoldsCutCopy(path, defaults + name))
             continue;
-        if (const int error = CopyFile(defaults + name, path(name)))
+        if (const int error = CopyFile(defaults + name, path))
             return error;
     }
     return 0;
@@ -90,12 +83,14 @@ int FillFolder(const std::string &defaults) {
 } // namespace
 
 bool TakeProgramFolder() {
-    if (!ChooseFolder())
+    Session.AppPath = WithSeparator(ProgramFolders.ExecutableFolder());
+    if (Files.Exists(Session.AppPath + kSettingsFile))
+        return true; // the operator has put it together
+    if (!ChooseUserFolder())
         return false;
     const std::string defaults = WithSeparator(ProgramFolders.DefaultsFolder());
-    if (defaults == Session.AppPath)
-        return true;
-    (void)WithRetry([&defaults] { return FillFolder(defaults); }); // given up: he was told
+    if (defaults != Session.AppPath)
+        (void)WithRetry([&defaults] { return FillFolder(defaults); }); // given up: he was told
     return !Program.Ending;
 }
 

@@ -3,10 +3,10 @@
 
 namespace zrt {
 
-// Sets Session.AppPath, and fills that folder with the files of the installation unless it holds
-// settings. A file that is the beginning of one of the installation's, for an earlier copy of it
-// was cut by a full disk, is copied again in any case. False if the program is ending, for the
-// operator has no folder. May pump.
+// Sets Session.AppPath: the folder of the executable if settings stand there, else the user's own.
+// The latter gets each file of the installation that it lacks, and anew each one that is only the
+// beginning of the installation's, for a full disk has cut a copy of it. False if the program is
+// ending, for the operator has no folder. May pump.
 bool TakeProgramFolder();
 
 } // namespace zrt

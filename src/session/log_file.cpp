@@ -275,6 +275,11 @@ int ReadHeader(const std::string &path, LogHeader &header) {
     OpenedFile file;
     if (const int error = file.Open(path, OpenMode::Read))
         return error;
+    std::uint64_t length = 0;
+    if (const int error = file.Length(length))
+        return error;
+    if (length > kMostLogBytes)
+        return EFBIG;
     std::array<std::byte, kHeaderLength> bytes{};
     std::size_t got = 0;
     if (const int error = file.ReadAt(0, bytes, got))

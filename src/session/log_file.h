@@ -64,7 +64,13 @@ void UnlockLog();
 [[nodiscard]] int CreateLogFile();
 // The same for a log with entries: the file is emptied as a whole or not at all.
 [[nodiscard]] int EmptyLogFile();
-// Reads the first record of a file; a file shorter than a header is error EINVAL.
+
+// A longer file is none that a log ever was: a hole, or something else. Of a shorter one that holds
+// too many entries the first are read.
+inline constexpr std::uint64_t kMostLogBytes = std::uint64_t{1} << 30;
+
+// Reads the first record of a file; a file shorter than a header is error EINVAL, one of more than
+// kMostLogBytes EFBIG.
 [[nodiscard]] int ReadHeader(const std::string &path, LogHeader &header);
 // Reads all entries of LogFileName in the form of the open log and sets NextEntry. `beyond` is the
 // number of entries that did not fit.

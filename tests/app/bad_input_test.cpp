@@ -40,6 +40,28 @@ TEST_F(BadInput, ALogOfAHundredMegabytesIsReadAsFarAsALogGoes) {
     EXPECT_EQ(std::filesystem::file_size(PathOf("big.ZRT")), kHundredMegabytes);
 }
 
+TEST_F(BadInput, ALogOfATerabyteIsRefusedByItsLength) {
+    StartProgram();
+    MakeFile("big.ZRT", HeaderBytes("GEN  "));
+    Stretch("big.ZRT", std::uintmax_t{1} << 40);
+    Answer({BoxAnswer::Cancel});
+    Open("big.ZRT");
+    EXPECT_EQ(LastBox().Text, "File too large");
+    EXPECT_EQ(Log.LogState, kNoLog);
+}
+
+TEST_F(BadInput, ATemporaryLogOfATerabyteIsRefusedAndMovedByNew) {
+    MakeFile(kTempLog, HeaderBytes("GEN  "));
+    Stretch(kTempLog, std::uintmax_t{1} << 40);
+    Answer({BoxAnswer::Cancel});
+    StartProgram();
+    EXPECT_EQ(LastBox().Text, "File too large");
+    ChooseInDialog(12);
+    ClickControl(LogForm.mnuFileNew);
+    EXPECT_EQ(Log.LogState, kTemporaryName);
+    EXPECT_EQ(std::filesystem::file_size(PathOf("Unsaved ZRT Log 1.zrt")), std::uintmax_t{1} << 40);
+}
+
 TEST_F(BadInput, AnOldLogOfAHundredMegabytesIsNotConverted) {
     StartProgram();
     MakeFile("big.ZRT", HeaderBytes("WPXCW", '0'));

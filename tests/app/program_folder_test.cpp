@@ -122,11 +122,12 @@ class FilledFolder : public FirstStart {
     }
 };
 
-TEST_F(FilledFolder, IsNotFilledUp) {
+// Settings alone, those of another computer perhaps, are no installation.
+TEST_F(FilledFolder, GetsWhatIsMissingAndKeepsItsSettings) {
     MakeFile("user/zrtlog125.ini", "[Preferences]\nTimeCorrection=7\n");
     std::filesystem::remove(PathOf("user/master.scp"));
     ASSERT_TRUE(TakeProgramFolder());
-    EXPECT_FALSE(FileExists("user/master.scp"));
+    EXPECT_EQ(BytesOf("user/master.scp"), Installed("master.scp"));
     EXPECT_EQ(BytesOf("user/zrtlog125.ini"), "[Preferences]\nTimeCorrection=7\n");
 }
 
