@@ -10,6 +10,10 @@ from typing import NamedTuple
 SWAPPED = {"==": "!=", "!=": "==", "<": "<=", "<=": "<", ">": ">=", ">=": ">", "&&": "||", "||": "&&",
            "+": "-", "-": "+"}
 LONGEST_SHOWN = 120
+# Spaces between widgets, and the numbers that place them, are looked at in pictures; no test holds them.
+SPACES = {"addSpacing", "addStretch", "setColumnStretch", "setContentsMargins", "setHorizontalSpacing",
+          "setRowStretch", "setSpacing", "setVerticalSpacing", "Lines"}
+PLACES = {"addWidget", "addLayout"}
 
 
 class Failure(Exception):
@@ -88,8 +92,10 @@ class Finder:
         if cursor.kind == k.STATIC_ASSERT or (cursor.kind == k.DECL_STMT and
                                               "constexpr" in self.text(start, end).split("=")[0]):
             return
+        if cursor.spelling in SPACES and cursor.kind in (k.CALL_EXPR, k.UNEXPOSED_EXPR):
+            return
         mutated = self.mutation(cursor, above, place)
-        if mutated is not None:
+        if mutated is not None and not self.is_place(cursor, above):
             self.add(cursor, above, mutated, function)
         for index, child in enumerate(cursor.get_children()):
             if cursor.kind != k.CASE_STMT or index > 0:  # a label is constant
@@ -112,6 +118,11 @@ class Finder:
         first, last = cursor.extent.start.line, cursor.extent.end.line
         self.sites[start, end] = Site(self.name, function, first, last, start, end,
                                       one_line(mutated), shown)
+
+    def is_place(self, cursor, above):
+        """Whether this is a number of the place that a widget gets."""
+        wider = next((c for c in reversed(above) if extent(c) != extent(cursor)), None)
+        return cursor.kind == self.k.INTEGER_LITERAL and wider is not None and wider.spelling in PLACES
 
     def mutation(self, cursor, above, place):
         """The changed text of an expression, an empty one for a statement, None for nothing."""

@@ -254,5 +254,15 @@ TEST_F(OpenLogFile, GivesAWindowWithoutAStoredSizeItsDefault) {
     EXPECT_EQ(Partial.Height, 3000);
 }
 
+TEST_F(OpenLogFile, TheLeastStoredSizeIsASize) {
+    MakeLog("mine.ZRT", "K1ZZ");
+    Settings.Windows[kGeneric - 1][kPartial] = {"PARTIAL", "CLOSED", 30, 45, 1, 1};
+    Settings.Windows[kGeneric - 1][kLogForm] = {"LOGFORM", "OPEN", 30, 45, 0, 1};
+    Open("mine.ZRT");
+    EXPECT_EQ(Partial.Width, 1);
+    EXPECT_EQ(Partial.Height, 1);
+    EXPECT_FALSE(LogForm.Placed); // a height of nothing is no size
+}
+
 } // namespace
 } // namespace zrt

@@ -325,5 +325,16 @@ TEST_F(OpenLogBefore, TheQuestionAboutAnUnnamedLogHasThreeAnswers) {
     EXPECT_EQ(Log.NextEntry, 2);
 }
 
+TEST_F(CabrilloFile, ItsRateSheetStartsFromAnEmptySession) {
+    Outputs = AllOutputs();
+    Put("DX.LOG", "CQ-WW-CW");
+    Work("DX.LOG", true, {[] {
+             Entry.SavedCall = "K1ZZ";
+             ClickOk();
+         }});
+    EXPECT_EQ(MadeFiles(), Names{"RateSheetOfCabrillo"});
+    EXPECT_EQ(Entry.SavedCall, "");
+}
+
 } // namespace
 } // namespace zrt

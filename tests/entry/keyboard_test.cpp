@@ -526,5 +526,23 @@ TEST_F(KeyTable, PastedTextIsTakenInCapitals) {
     EXPECT_EQ(Entry.SavedCall, "DL1ABC");
 }
 
+// ---- the map of the band
+
+int drawn = 0; // how often the map was drawn
+
+TEST_F(KeyTable, F9AndF10DrawTheMapInContestsThatShowTheirBand) {
+    Station.RedrawMap = [] { ++drawn; };
+    for (i16 contest = 1; contest <= kContests; ++contest) {
+        SCOPED_TRACE(contest);
+        OpenNewLog(contest);
+        const int once = contest == kNaqp || contest == kArrlDx ? 1 : 0;
+        for (const int key : {kKeyF9, kKeyF10}) {
+            drawn = 0;
+            Press(key);
+            EXPECT_EQ(drawn, once);
+        }
+    }
+}
+
 } // namespace
 } // namespace zrt

@@ -172,5 +172,38 @@ TEST_F(EntryWindow, EveryControlHasANameAndAPurposeOfItsOwn) {
     EXPECT_EQ(std::adjacent_find(names.begin(), names.end()), names.end());
 }
 
+// Recent files have their names from the settings.
+TEST_F(EntryWindow, EveryMenuEntryHasATextAndStandsInAMenu) {
+    const NamedForm &registration = RegistrationOf(LogForm);
+    const auto isMenu = [&](const std::string &name) {
+        return std::any_of(registration.Controls.begin(), registration.Controls.end(),
+                           [&](const NamedControl &named) {
+                               return named.Name == name &&
+                                      named.Record->Kind == ControlKind::MenuItem &&
+                                      static_cast<const MenuItem *>(named.Record)->Parent.empty();
+                           });
+    };
+    int inMenus = 0;
+    for (const NamedControl &named : registration.Controls) {
+        if (named.Record->Kind != ControlKind::MenuItem)
+            continue;
+        const auto &item = *static_cast<const MenuItem *>(named.Record);
+        EXPECT_TRUE(named.Name.starts_with("mnuFileRecent(") || !item.Caption.empty())
+            << named.Name;
+        if (item.Parent.empty())
+            continue;
+        ++inMenus;
+        EXPECT_TRUE(isMenu(item.Parent)) << named.Name << " in " << item.Parent;
+    }
+    EXPECT_GT(inMenus, 20);
+    for (const MenuItem *top : {&LogForm.mnuFile, &LogForm.mnuEdit, &LogForm.mnuView,
+                                &LogForm.mnuMode, &LogForm.mnuRadioWK, &LogForm.mnuHelp})
+        EXPECT_EQ(top->Parent, "") << top->Caption;
+    for (const MenuItem *file :
+         {&LogForm.mnuFileNew, &LogForm.mnuFileOpen, &LogForm.mnuFileSave, &LogForm.mnuFileBackup,
+          &LogForm.mnuFilePostContest, &LogForm.mnuFilePostCabrillo, &LogForm.mnuFileExit})
+        EXPECT_EQ(file->Parent, "mnuFile") << file->Caption;
+}
+
 } // namespace
 } // namespace zrt

@@ -155,5 +155,10 @@ TEST(Latin1, ComesBackAsItWas) {
     EXPECT_EQ(ToLatin1(FromLatin1(all)), all);
 }
 
+TEST(Latin1, LooksAtNoByteBehindTheText) {
+    const std::string_view whole = "\xC3\x84";
+    EXPECT_EQ(ToLatin1(whole.substr(0, 1)), "?");
+}
+
 } // namespace
 } // namespace zrt

@@ -660,5 +660,15 @@ TEST_F(StartupData, StrangeBytesDoNoHarm) {
     EXPECT_EQ(Reference.CwCharacters[1], std::string("\0\xFF", 2));
 }
 
+TEST_F(StartupData, ASectionThatIsMissingLeavesItsTableEmpty) {
+    ExpectRead(WholeStartupText());
+    Reference.SsExtraMultCount = Reference.SsExtraShortFormCount = 3;
+    ExpectRead("; nothing but a note\r\n");
+    EXPECT_EQ(Reference.SsExtraMultCount, 0);
+    EXPECT_EQ(Reference.SsExtraShortFormCount, 0);
+    EXPECT_EQ(Reference.CommonList[0], "");
+    EXPECT_EQ(Reference.ZrtX[0], 0);
+}
+
 } // namespace
 } // namespace zrt

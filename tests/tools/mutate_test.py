@@ -53,6 +53,11 @@ bool Look(std::string text, Point p, Point q, const int *end) {
     (void)text.size();
     return true;
 }
+struct Box { void addWidget(Box *, int = 0); void addSpacing(int); };
+void Build(Box &box, Box *inner) {
+    box.addSpacing(3);
+    box.addWidget(inner, 2);
+}
 struct Row { bool (*Holds)(int); };
 constexpr Row kRows[] = {{[](int n) { return n > 5; }}};
 """
@@ -77,6 +82,7 @@ SHOWN = {
         "(void)text.size() -> (left out)",
         "return true -> return false",
     },
+    "Build": {"box.addWidget(inner, 2) -> (left out)"},
     "kRows": {"n > 5 -> n >= 5", "n > 5 -> n > (5 + 1)"},
 }
 
