@@ -251,7 +251,7 @@ class Operator:
         while (text := program.box()) is not None:
             self.say(f"box {program.window()!r}: {text!r}")
             program.answer_any("Cancel", "Abort", "No", "Ok")
-        saved = Path(path).name[:20].upper() in program.text("lblLog").upper()
+        saved = Path(path).name[:10].upper() in program.text("lblLog").upper()
         if saved:
             self.log = Path(path)
         self.say(f"Save As {path}: {'done' if saved else 'refused'}")
