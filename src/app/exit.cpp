@@ -40,7 +40,7 @@ void ExitProgram() {
 
 void KeepSession() {
     // What can't be written now is lost with the process: nobody is there to say what to do.
-    (void)WriteOwedEntries();
+    (void)BringFileUpToDate();
     (void)TryWriteSettings(true);
 }
 

@@ -291,7 +291,7 @@ class CheckData(unittest.TestCase):
 
     def test_a_key_that_is_missing_or_in_the_wrong_place_fails(self):
         at = self.section(INI, "[Preferences]", 3, 4)
-        last = self.section(INI, "[Extensions]", 11, 12)
+        last = self.section(INI, "[Extensions]", 12, 13)
         self.assert_findings(
             (INI, at, "CWActivated stands where BackUpDrive belongs"),
             (INI, last - 1, "InAreaContests and what follows is missing"),
