@@ -82,7 +82,7 @@ void EnableLogMenus(bool enabled) {
     LogForm.mnuEdit.Enabled = enabled;
     LogForm.mnuEditMarkDecade.Visible = Extensions.StoreDecade;
     LogForm.mnuView.Enabled = enabled;
-    LogForm.mnuRadioWK.Enabled = enabled;
+    LogForm.mnuRadioWK.Enabled = false; // it has no entries yet
     LogForm.mnuBandMode.Enabled = enabled;
     LogForm.mnuModeCW.Enabled = enabled && Contest.ModeCW;
     LogForm.mnuModePhone.Enabled = enabled && Contest.ModePhone;

@@ -28,6 +28,7 @@ TEST_F(EntryWindow, ShowsItsFieldsWhenALogIsOpen) {
     EXPECT_TRUE(LogForm.InData[0].Visible && LogForm.InData[1].Visible);
     EXPECT_TRUE(LogForm.AddButton.Visible && LogForm.CancelButton.Visible);
     EXPECT_TRUE(LogForm.mnuView.Enabled && LogForm.mnuEdit.Enabled && LogForm.mnuFileSave.Enabled);
+    EXPECT_FALSE(LogForm.mnuRadioWK.Enabled) << "a menu without entries";
     EXPECT_EQ(LogForm.ActiveControl, &LogForm.InData[0]);
     EXPECT_EQ(LogForm.CheckCall.Caption, "Call");
     EXPECT_EQ(LogForm.CheckExchange.Caption, "Exchange");
