@@ -195,6 +195,8 @@ TEST_F(SettingsOnDisk, ADriveThatIsAwayIsAskedForUntilItIsThereOrGivenUp) {
 class SettingsWindows : public SettingsOnDisk {
   protected:
     SettingsWindows() {
+        Shown = {};
+        Hidden = {};
         RegisterForm(Shown, "ViewMult", "", {});
         RegisterForm(Hidden, "QSOStats", "", {});
         Shown.Visible = true;
@@ -206,8 +208,8 @@ class SettingsWindows : public SettingsOnDisk {
         for (auto &rows : Settings.Windows)
             rows[kPartial].Name = "Partial";
     }
-    ~SettingsWindows() override { InstallHeadlessDoors(); } // forgets the forms
-    Form Shown, Hidden;
+    // A form stays registered, and must outlive the test.
+    static inline Form Shown, Hidden;
 };
 
 TEST_F(SettingsWindows, TheirPlacesGoIntoTheRowsOfTheOpenContest) {
