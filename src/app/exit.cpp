@@ -39,7 +39,7 @@ void ExitProgram() {
 }
 
 void KeepSession() {
-    // What can't be written now is lost with the process: nobody is there to say what to do.
+    // What can't be written now is lost with the process: no box can ask what to do.
     (void)BringFileUpToDate();
     (void)TryWriteSettings(true);
 }

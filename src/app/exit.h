@@ -10,7 +10,7 @@ extern void (*CloseWinkeyer)();
 // program, or returns to the log. May pump.
 void ExitProgram();
 
-// The desktop may end the session: brings contacts that are owed and the settings to the disk. Asks
+// The desktop may end the session: writes unwritten contacts and the settings. Asks
 // nothing and does not pump; the program goes on.
 void KeepSession();
 

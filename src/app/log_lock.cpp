@@ -39,7 +39,7 @@ bool MayOpenLog() {
         TellHeld(Log.LogFileName, Log.Lock);
         return false;
     }
-    // A file that can't be read at all is told of where it is read.
+    // A file that can't be read at all is reported where it is read.
     return Log.Lock.Result == LockResult::Taken || !CanBeRead(Log.LogFileName) ||
            OpensWithoutLock(Log.Lock.Error);
 }

@@ -5,12 +5,12 @@
 
 namespace zrt {
 
-// Locks LogFileName for the log that is to be opened. False if another copy has it, which is told,
-// or if nobody can say so and the operator does not want to go on. May pump.
+// Locks LogFileName for the log that is to be opened. False if another copy has it, which is
+// reported, or if the lock is impossible and the operator does not want to go on. May pump.
 bool MayOpenLog();
 
-// Whether a file may be replaced: a log that another copy has open may not, which is told. May
-// pump.
+// Whether a file may be replaced: a log that another copy has open may not, which is
+// reported. May pump.
 bool MayReplaceLog(const std::string &path);
 
 } // namespace zrt

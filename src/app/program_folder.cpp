@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kDiskBlock = 512;
 
-// Without HOME the password file says where a user is at home. That is told to root, who may have
+// Without HOME the password file says where a user is at home. Root gets a message: he may have
 // become root on the way and expects the files of the user that he was.
 void TellGuessedHome() {
     if (ProgramFolders.RootWithoutHome())
@@ -54,7 +54,7 @@ bool IsCutCopy(const FileBytes &there, const FileBytes &shipped) {
     return there.size() % kDiskBlock == 0 || !isLineEnd(there.back());
 }
 
-// A file that can't be read is told of by its own reader.
+// A file that can't be read is reported by its own reader.
 bool HoldsCutCopy(const std::string &path, const std::string &shipped) {
     FileBytes there, whole;
     return ReadFile(path, there) == 0 && ReadFile(shipped, whole) == 0 && IsCutCopy(there, whole);
@@ -67,7 +67,7 @@ int FillFolder(const std::string &defaults) {
         return error;
     std::vector<std::string> names;
     if (const int error = Files.List(defaults, names))
-        return error == ENOENT ? 0 : error; // what is missing is told of by its readers
+        return error == ENOENT ? 0 : error; // what is missing is reported by its readers
     std::stable_partition(names.begin(), names.end(),
                           [](const std::string &name) { return name != kSettingsFile; });
     for (const std::string &name : names) {
@@ -90,7 +90,7 @@ bool TakeProgramFolder() {
         return false;
     const std::string defaults = WithSeparator(ProgramFolders.DefaultsFolder());
     if (defaults != Session.AppPath)
-        (void)WithRetry([&defaults] { return FillFolder(defaults); }); // given up: he was told
+        (void)WithRetry([&defaults] { return FillFolder(defaults); }); // given up: it was reported
     return !Program.Ending;
 }
 

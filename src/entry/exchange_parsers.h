@@ -25,12 +25,13 @@ void ParseExchange(ParsedExchange &parsed);
 
 void ARRLParse(ParsedExchange &parsed);   // power, or state; "K" in the field becomes "1000"
 void CountyParse(ParsedExchange &parsed); // ZRT, PAQP, NEQP; sets Entry.CountyLineFlag too
-// A zone on the end of the call goes first. DigitsOnCall tells of a refused one.
+// A zone on the end of the call goes first. DigitsOnCall counts those of a refused one.
 void CQWWParse(ParsedExchange &parsed);
 void SprintParse(ParsedExchange &parsed);
 // A corrected call in the exchange replaces that of the call field, and is checked for a dupe.
 void SSParse(ParsedExchange &parsed);
-// Shows no box: the caller does. DigitsOnCall tells of a refused serial on the end of the call.
+// Shows no box: the caller does. DigitsOnCall counts those of a refused serial on the end of the
+// call.
 void WPXParse(ParsedExchange &parsed);
 void NaqpParse(ParsedExchange &parsed);
 void TenParse(ParsedExchange &parsed); // a serial out of range shows a box, but is no refusal

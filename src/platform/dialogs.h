@@ -36,8 +36,8 @@ struct DialogDoor {
 };
 extern DialogDoor Dialogs;
 
-// What a box answers that nobody has answered: Cancel, or No where there is no Cancel, or the only
-// button. Abort stands for a box that has to be answered by a button.
+// What a box answers that is closed without a button: Cancel, or No where there is no Cancel, or
+// the only button. Abort stands for a box that has to be answered by a button.
 BoxAnswer AnswerOfClosing(BoxButtons buttons);
 
 // Each shows itself and waits for the answer; may pump. While the program ends nothing is shown: a

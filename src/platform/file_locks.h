@@ -8,7 +8,7 @@ namespace zrt {
 enum class LockResult {
     Taken,
     Held,       // by another copy of the program
-    Impossible, // nobody can say whether another copy has it
+    Impossible, // it is unknown whether another copy has it
 };
 
 struct FileLock {

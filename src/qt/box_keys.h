@@ -11,7 +11,7 @@ namespace zrt {
 // Keys that follow each other more closely than this are typed in one go.
 inline constexpr Microseconds kTypingPause = 700 * kMillisecond;
 
-// As at the start: nobody has typed yet.
+// As at the start: no key has come yet.
 void ForgetTyping();
 // A key has gone to one of the program's windows.
 void NoteTyping();

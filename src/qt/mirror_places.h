@@ -28,7 +28,7 @@ struct PlaceAsked {
 };
 
 struct WindowPlace {
-    PlaceAsked Asked;           // what the window was told last
+    PlaceAsked Asked;           // what was asked of the window last
     QSize SizeOfView;           // the one that its view has chosen, if any
     QMargins Frame;             // title bar and borders, known when the window has been shown
     std::vector<QRect> Screens; // that the window was put onto; none: look at it again

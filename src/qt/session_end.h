@@ -7,7 +7,7 @@
 namespace zrt {
 
 struct SessionEnd {
-    std::function<void()> Keep;  // the session may end: what is owed goes to the disk
+    std::function<void()> Keep;  // the session may end: writes unwritten entries
     std::function<void()> Leave; // it ends: the same, and the program with it
 };
 
@@ -16,7 +16,7 @@ struct SessionEnd {
 // of the call that met them, and no signals.
 void WatchSessionEnd(SessionEnd end);
 
-// From now on Leave runs as well when somebody else ends the process, as Qt does when its
+// From now on Leave runs as well when other code ends the process, as Qt does when its
 // connection to the X server breaks. Behind the start of the program: what is built later is gone
 // before that.
 void LeaveAtExit();

@@ -103,15 +103,15 @@ int WriteWholeFile() {
     return error;
 }
 
-// Whether the file is long enough for all that stands before the entries that are owed.
+// Whether the file is long enough for all that stands before the unwritten entries.
 bool HoldsWhatIsBefore(std::uint64_t length) {
     const i16 first = *std::min_element(Log.Unwritten.begin(), Log.Unwritten.end());
     return !Log.CurrentFormat || first == 1 || length >= OffsetOf(first, kEntryLength);
 }
 
-// Writes the entries that are owed into their places. When the file turns out to be gone or cut it
-// is owed as a whole, and nothing is written. Nor is anything written into another log that stands
-// under the name by now: EEXIST.
+// Writes the unwritten entries into their places. When the file turns out to be gone or cut, it is
+// marked to be written whole, and nothing is written. Nor is anything written into another log that
+// stands under the name by now: EEXIST.
 int WriteEntriesInPlace() {
     OpenedFile file;
     int error = file.Open(Log.LogFileName, OpenMode::Update);
@@ -171,7 +171,7 @@ int ReadForCompare(FileBytes &bytes) {
     return error;
 }
 
-// Finds what the file lacks; it is owed from then on. A file that can't be read lacks all.
+// Finds what the file lacks, and marks it as unwritten. A file that can't be read lacks all.
 int CompareFile() {
     FileBytes bytes;
     const int error = ReadForCompare(bytes);

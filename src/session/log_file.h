@@ -78,7 +78,7 @@ inline constexpr std::uint64_t kMostLogBytes = std::uint64_t{1} << 30;
 
 // Puts the working entry into its place in memory; its write is owed from now on.
 void StoreEntry(i16 n);
-// Whether anything of the log is owed to the disk.
+// Whether anything of the log is not on the disk yet.
 bool IsOwedToDisk();
 // Writes what is owed, this entry and any that an earlier failure left behind, and syncs. A file
 // that has vanished or lost its header is made again with all entries.

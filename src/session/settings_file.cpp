@@ -207,7 +207,7 @@ i16 Twips(int value) {
     return static_cast<i16>(std::clamp<int>(value, Limits::min(), Limits::max()));
 }
 
-// Takes the place of the window into its row. A window that nobody has placed has none: the row
+// Takes the place of the window into its row. A window that was never placed has none: the row
 // keeps the one it has.
 void TakePlace(WindowInfo &row, WindowRow window) {
     const NamedForm *named = FindForm(kWindowNames[window]);

@@ -264,7 +264,8 @@ TEST_F(FileTools, ReplaceFileTakesTheLongestNames) {
     EXPECT_FALSE(HasSideFile());
 }
 
-// A crash can't remove its side file: a later write in that folder does, when nobody can be at it.
+// A crash can't remove its side file: a later write in that folder does, when no process can be
+// writing it.
 TEST_F(FileTools, ReplaceFileRemovesOldSideFilesAndNothingElse) {
     namespace fs = std::filesystem;
     using std::chrono::hours;
